@@ -1,0 +1,92 @@
+#include "dsp/VantriceCore.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace
+{
+using Overrides = std::vector<std::pair<int, float>>;
+
+constexpr int blockSize = 512;
+
+std::unique_ptr<VantriceCore> makeCore (double rate, const Overrides& overrides)
+{
+    // The defaults of the parameter table, by index.
+    std::array<float, 18> values{ 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f,
+                                  0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.5f, 0.0f, 0.0f };
+    for (const auto& [index, value] : overrides)
+        values[(size_t) index] = value;
+    auto core = std::make_unique<VantriceCore> (nullptr);
+    for (int i = 0; i < 18; ++i)
+        core->setParameter (i, values[(size_t) i]);
+    core->setSampleRate ((float) rate);
+    return core;
+}
+
+// Hold at every sample, 8 bits, unlinked, both filters on, the left one "Pre" and the right one "Post".
+const Overrides worstCase{ { 13, 0.0f },  { 1, 7.0f / 16.0f }, { 7, 7.0f / 16.0f }, { 2, 1.0f },
+                           { 8, 1.0f },   { 3, 1.0f },         { 9, 1.0f },         { 4, 0.0f },
+                           { 10, 0.25f }, { 16, 1.0f },        { 17, 0.0f },        { 6, 0.5f },
+                           { 12, 0.5f } };
+
+void fill (std::vector<float>& l, std::vector<float>& r, double rate)
+{
+    for (size_t i = 0; i < l.size(); ++i)
+    {
+        l[i] = (float) (0.5 * std::sin (2.0 * 3.141592653589793 * 440.0 * (double) i / rate));
+        r[i] = (float) (0.5 * std::sin (2.0 * 3.141592653589793 * 660.0 * (double) i / rate));
+    }
+}
+
+void runStereo (benchmark::State& state, double rate, const Overrides& overrides)
+{
+    auto core = makeCore (rate, overrides);
+    std::vector<float> sourceL (blockSize), sourceR (blockSize), l (blockSize), r (blockSize);
+    fill (sourceL, sourceR, rate);
+    for (auto _ : state)
+    {
+        // A fresh copy of the input each block: the in-place output must not feed back.
+        std::copy (sourceL.begin(), sourceL.end(), l.begin());
+        std::copy (sourceR.begin(), sourceR.end(), r.begin());
+        float* lp = l.data();
+        float* rp = r.data();
+        core->processStereo (&lp, &rp, blockSize);
+        benchmark::DoNotOptimize (l.data());
+    }
+    const auto samples = (double) state.iterations() * blockSize;
+    state.counters["ns_per_sample"] =
+        benchmark::Counter (samples, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["realtime_x"] = benchmark::Counter (samples / rate, benchmark::Counter::kIsRate);
+}
+
+void runMono (benchmark::State& state, double rate)
+{
+    auto core = makeCore (rate, {});
+    std::vector<float> sourceL (blockSize), sourceR (blockSize), l (blockSize);
+    fill (sourceL, sourceR, rate);
+    for (auto _ : state)
+    {
+        std::copy (sourceL.begin(), sourceL.end(), l.begin());
+        float* lp = l.data();
+        core->processMono (&lp, blockSize);
+        benchmark::DoNotOptimize (l.data());
+    }
+    const auto samples = (double) state.iterations() * blockSize;
+    state.counters["ns_per_sample"] =
+        benchmark::Counter (samples, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["realtime_x"] = benchmark::Counter (samples / rate, benchmark::Counter::kIsRate);
+}
+} // namespace
+
+BENCHMARK_CAPTURE (runStereo, defaults_44100, 44100.0, Overrides{});
+BENCHMARK_CAPTURE (runStereo, worst_case_44100, 44100.0, worstCase);
+BENCHMARK_CAPTURE (runMono, defaults_44100, 44100.0);
+BENCHMARK_CAPTURE (runStereo, converted_48000, 48000.0, Overrides{});
+BENCHMARK_CAPTURE (runStereo, converted_96000, 96000.0, Overrides{});
+BENCHMARK_CAPTURE (runStereo, converted_192000, 192000.0, Overrides{});
+
+BENCHMARK_MAIN();

@@ -1,0 +1,180 @@
+#include "CoreHarness.h"
+
+#include <gtest/gtest.h>
+
+using namespace CoreHarness;
+
+namespace
+{
+std::vector<float> constant (int n, float value) { return std::vector<float> ((size_t) n, value); }
+
+/** Counts the presets applied at the bottom of a fade. */
+struct CountingOwner : PresetChanger::Owner
+{
+    void applyCurrentPreset() override { ++applied; }
+    int applied = 0;
+};
+
+float publishedLeft (const VantriceCore& core)
+{
+    float l = 0.0f, r = 0.0f;
+    core.readMeters (l, r);
+    return l;
+}
+} // namespace
+
+TEST (CoreMeters, TableSpansThirtyDecibelsSymmetricallyAroundRow200)
+{
+    VantriceCore core (nullptr);
+    EXPECT_NEAR (core.meterPosition (1.0), 0.8, 1e-12) << "full scale reads 0.8";
+    EXPECT_NEAR (core.meterPosition (-1.0), 0.8, 1e-12);
+    EXPECT_NEAR (core.meterPosition (2.0), 0.99925, 2e-5) << "row 399";
+    EXPECT_NEAR (core.meterPosition (1e9), 0.99925, 2e-5);
+    EXPECT_EQ (core.meterPosition (-2.0), 1.0) << "row 0, clamped";
+    EXPECT_EQ (core.meterPosition (-1e30), 1.0);
+    EXPECT_EQ (core.meterPosition (0.06), 0.0) << "below -24 dB shows nothing";
+    EXPECT_EQ (core.meterPosition (std::nan ("")), 1.0) << "a value of no row reads an end, not memory";
+}
+
+TEST (CoreMeters, FullScaleShowsItsPeakThenDecaysAndPublishesOncePerRun)
+{
+    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    auto out = runStereo (*core, { constant (22, 1.0f), constant (22, 1.0f) }, 22);
+    // The dry signal reaches the output at sample 21, a full-scale 1.0: the peak before one decay.
+    EXPECT_NEAR (publishedLeft (*core), 0.8 * 0.9999, 1e-6);
+
+    // The dry full scale lasts to sample 42; from there the peak decays by 0.9999 per sample.
+    runStereo (*core, { constant (1000, 0.0f), constant (1000, 0.0f) }, 1000);
+    EXPECT_NEAR (publishedLeft (*core), 0.8 * std::pow (0.9999, 1022 - 42), 1e-5);
+
+    // Silence for long enough leaves the peak near 1e-16, kept off zero by the 1e-20 terms.
+    runStereo (*core, { constant (500000, 0.0f), constant (500000, 0.0f) }, 8192);
+    EXPECT_GT (core->getLeft().meterPeak, 0.0);
+    EXPECT_LT (core->getLeft().meterPeak, 1e-15);
+}
+
+TEST (CoreMeters, ActivityFallsAbout108000SamplesAfterFullScaleStops)
+{
+    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    runStereo (*core, { constant (100, 1.0f), constant (100, 1.0f) });
+    bool l = false, r = false;
+    core->readIndicators (l, r);
+    EXPECT_TRUE (l);
+
+    // 21 samples of the dry ring still at full scale, then the envelope decays from 1.0 to 2e-5.
+    const double expected = std::log (2e-5) / std::log (0.9999) + 21.0;
+    int fell = -1;
+    for (int block = 0; block < 120; ++block)
+    {
+        runStereo (*core, { constant (1000, 0.0f), constant (1000, 0.0f) }, 1000);
+        core->readIndicators (l, r);
+        if (!l)
+        {
+            fell = block * 1000;
+            break;
+        }
+    }
+    EXPECT_NEAR (fell, expected, 1000.0);
+}
+
+TEST (CoreMeters, MonoMeasuresTheLeftForBothAndLeavesTheRightIndicator)
+{
+    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    runStereo (*core, { constant (50, 0.0f), constant (50, 0.5f) });
+    bool l = false, r = false;
+    core->readIndicators (l, r);
+    ASSERT_TRUE (r);
+
+    runMono (*core, constant (300, 0.9f));
+    float ml = 0.0f, mr = 0.0f;
+    core->readMeters (ml, mr);
+    EXPECT_EQ (ml, mr);
+    EXPECT_GT (ml, 0.7f);
+    core->readIndicators (l, r);
+    EXPECT_TRUE (l);
+    EXPECT_TRUE (r) << "mono leaves the right indicator as it was";
+}
+
+TEST (CoreMeters, RateChangeClearsActivityButKeepsThePeak)
+{
+    auto core = makeCore();
+    runStereo (*core, stereoNoise (1000, 4));
+    const double peak = core->getLeft().meterPeak;
+    core->setSampleRate (48000.0f);
+    EXPECT_FALSE (core->getLeft().active);
+    EXPECT_FALSE (core->getRight().active);
+    EXPECT_EQ (core->getLeft().envelope, 0.0);
+    EXPECT_EQ (core->getLeft().meterPeak, peak);
+}
+
+TEST (CoreFade, SilentChangeFadesOutAppliesAtSilenceHoldsAndFadesIn)
+{
+    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    CountingOwner owner;
+    core->owner = &owner;
+    core->beginPresetChange();
+
+    const int n = 12000;
+    const auto out = runStereo (*core, { constant (n, 0.5f), constant (n, 0.5f) }, 256);
+
+    // Down to 0.001 of the gain in about 3450 samples; 4000 samples of silence; up to 0.99 in about
+    // 2300 samples.
+    // The held gain creeps below zero by the 1e-20 terms: silence is far below any audible level.
+    int silentFrom = -1, silentTo = -1, endOfFade = -1;
+    for (int i = 21; i < n; ++i)
+    {
+        const float x = out.left[(size_t) i];
+        const bool silent = std::abs (x) < 1e-15f;
+        if (silentFrom < 0 && silent)
+            silentFrom = i;
+        if (silentFrom >= 0 && silentTo < 0 && !silent)
+            silentTo = i;
+        if (silentTo >= 0 && endOfFade < 0 && x == 0.5f)
+            endOfFade = i;
+    }
+    EXPECT_EQ (owner.applied, 1);
+    EXPECT_NEAR (silentFrom, 3450, 20);
+    EXPECT_NEAR (silentTo - silentFrom, 4000, 2);
+    EXPECT_NEAR (endOfFade - silentTo, 2300, 20);
+    EXPECT_FALSE (core->isFadeActive());
+    EXPECT_EQ (core->getFadeGain(), 1.0);
+}
+
+TEST (CoreFade, SecondChangeDuringTheFadeGoesBackIntoTheFadeOut)
+{
+    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    CountingOwner owner;
+    core->owner = &owner;
+    core->beginPresetChange();
+
+    // Into the fade-in: past the fade-out and the hold.
+    runStereo (*core, { constant (3460 + 4000 + 500, 0.5f), constant (3460 + 4000 + 500, 0.5f) });
+    ASSERT_EQ (owner.applied, 1);
+    const double reached = core->getFadeGain();
+    ASSERT_GT (reached, 0.1);
+    ASSERT_LT (reached, 0.99);
+
+    core->beginPresetChange();
+    runStereo (*core, { constant (1, 0.5f), constant (1, 0.5f) });
+    EXPECT_LT (core->getFadeGain(), reached) << "from the gain reached, down again";
+
+    runStereo (*core, { constant (4000, 0.5f), constant (4000, 0.5f) });
+    EXPECT_EQ (owner.applied, 2);
+    runStereo (*core, { constant (8000, 0.5f), constant (8000, 0.5f) });
+    EXPECT_FALSE (core->isFadeActive());
+}
+
+TEST (CoreFade, HoldScalesWithTheHostRate)
+{
+    auto core = makeCore (96000.0, { { 14, 0.0f } });
+    CountingOwner owner;
+    core->owner = &owner;
+    core->beginPresetChange();
+
+    const int n = 20000;
+    const auto out = runStereo (*core, { constant (n, 0.5f), constant (n, 0.5f) }, 512);
+    int zeros = 0;
+    for (int i = 300; i < n; ++i)
+        zeros += std::abs (out.left[(size_t) i]) < 1e-15f ? 1 : 0;
+    EXPECT_NEAR (zeros, (int) (96000.0 / 44100.0 * 4000.0), 2);
+}

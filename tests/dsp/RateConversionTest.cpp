@@ -1,0 +1,188 @@
+#include "CoreHarness.h"
+
+#include <gtest/gtest.h>
+
+using namespace CoreHarness;
+
+namespace
+{
+/** Where an impulse through the all-dry path comes out, as the sample nearest the peak of its
+    response. The dry path has the same delay as the crushed one, by design. */
+int measuredImpulseDelay (double rate)
+{
+    // Unlinked: the linked stage stands still while both channels are silent, which an impulse
+    // through a converter meets.
+    auto core = makeCore (rate, { { 14, 0.0f }, { 13, 0.0f } });
+    const int start = 64;
+    const int n = 2048;
+    Stereo s{ std::vector<float> ((size_t) n, 0.0f), std::vector<float> ((size_t) n, 0.0f) };
+    s.left[(size_t) start] = 0.5f;
+    s.right[(size_t) start] = 0.5f;
+    const auto out = runStereo (*core, s, 97);
+
+    int peak = 0;
+    for (int i = 1; i < n; ++i)
+        if (std::abs (out.left[(size_t) i]) > std::abs (out.left[(size_t) peak]))
+            peak = i;
+    return peak - start;
+}
+
+const std::vector<std::pair<double, int>> familyRates{
+    { 44100.0, 21 }, { 48000.0, 93 }, { 88200.0, 141 }, { 96000.0, 149 }, { 176400.0, 245 }, { 192000.0, 263 }
+};
+} // namespace
+
+TEST (RateConverter, FactorsCutoffsAndAdvancesOfTheFamilyRates)
+{
+    RateConverter down96 (96000, 44100);
+    EXPECT_EQ (down96.getInFactor(), 320);
+    EXPECT_EQ (down96.getOutFactor(), 147);
+    EXPECT_DOUBLE_EQ (down96.getCutoff(), 0.459375);
+    EXPECT_EQ (down96.getPhaseCount(), 147);
+
+    RateConverter up96 (44100, 96000);
+    EXPECT_EQ (up96.getCutoff(), 1.0);
+    EXPECT_EQ (up96.getPhaseCount(), 320);
+
+    // Down from 192000 Hz takes 4 or 5 inputs per output; up to it gives 0 or 1 between outputs.
+    RateConverter down192 (192000, 44100);
+    for (int i = 1; i < down192.getPhaseCount(); ++i)
+        EXPECT_TRUE (down192.getAdvance (i) == 4 || down192.getAdvance (i) == 5) << i;
+
+    RateConverter up192 (44100, 192000);
+    int most = 0;
+    double out[RateConverter::maxOutputsPerCall];
+    for (int i = 0; i < 5000; ++i)
+        most = std::max (most, up192.process (0.0, out));
+    EXPECT_EQ (most, 5);
+
+    const std::vector<std::pair<int, int>> factors{ { 44100, 147 }, { 48000, 160 },  { 88200, 294 },
+                                                    { 96000, 320 }, { 176400, 588 }, { 192000, 640 } };
+    for (const auto& [rate, factor] : factors)
+        EXPECT_EQ (RateConverter (rate, 44100).getInFactor(), factor) << rate;
+}
+
+TEST (RateConverter, PassesDcAtUnityAndTheFirstTapFallsOutWithAFraction)
+{
+    for (const auto& [in, out] : std::vector<std::pair<int, int>>{ { 48000, 44100 }, { 44100, 48000 } })
+    {
+        RateConverter c (in, out);
+        double result[RateConverter::maxOutputsPerCall];
+        double last = 0.0;
+        for (int i = 0; i < 1000; ++i)
+        {
+            const int n = c.process (1.0, result);
+            if (n > 0)
+                last = result[n - 1];
+        }
+        EXPECT_NEAR (last, 1.0, 2e-3) << in << " to " << out;
+
+        for (int p = 0; p < c.getPhaseCount(); ++p)
+        {
+            const double fraction = p * c.getRatio() - std::floor (p * c.getRatio());
+            if (fraction > 0.0)
+            {
+                EXPECT_EQ (c.getCoefficients (p)[0], 0.0);
+            }
+        }
+    }
+}
+
+class FamilyRate : public ::testing::TestWithParam<std::pair<double, int>>
+{
+};
+
+TEST_P (FamilyRate, ReportedLatencyIsTheTableAndTheMeasuredDelay)
+{
+    const auto [rate, latency] = GetParam();
+    auto core = makeCore (rate);
+    EXPECT_EQ (core->getLatency(), latency);
+    EXPECT_EQ (core->isResampling(), rate != 44100.0);
+    EXPECT_EQ (measuredImpulseDelay (rate), latency) << "measured at " << rate;
+    if (rate != 44100.0)
+    {
+        EXPECT_EQ (VantriceCore::measureLatency ((int) rate), latency);
+    }
+}
+
+class ConvertedRate : public ::testing::TestWithParam<std::pair<double, int>>
+{
+};
+
+TEST_P (ConvertedRate, FirstFourSamplesAfterARateChangeAreZero)
+{
+    const auto [rate, latency] = GetParam();
+
+    auto core = makeCore (44100.0);
+    runStereo (*core, stereoNoise (1000, 5));
+    core->setSampleRate ((float) rate);
+    const auto out = runStereo (*core, stereoNoise (8, 6));
+    for (size_t i = 0; i < 4; ++i)
+    {
+        EXPECT_EQ (out.left[i], 0.0f) << i;
+        EXPECT_EQ (out.right[i], 0.0f) << i;
+    }
+    (void) latency;
+}
+
+TEST_P (FamilyRate, HoldRatesSoundTheSameAtEveryRate)
+{
+    // A 1 kHz tone held at about 4 kHz: the strongest image of the hold lies at 4 kHz - 1 kHz at every
+    // host rate, since the crusher always runs at 44100 Hz.
+    const auto [rate, latency] = GetParam();
+    (void) latency;
+    auto core = makeCore (rate, { { 2, 0.45f } });
+    const int n = (int) rate;
+    const auto in = sine (n, 1000.0, rate, 0.5);
+    const auto out = runStereo (*core, { in, in });
+
+    auto level = [&] (double frequency)
+    {
+        double re = 0.0, im = 0.0;
+        for (int i = n / 2; i < n; ++i)
+        {
+            re += out.left[(size_t) i] * std::cos (2.0 * 3.141592653589793 * frequency * i / rate);
+            im += out.left[(size_t) i] * std::sin (2.0 * 3.141592653589793 * frequency * i / rate);
+        }
+        return std::sqrt (re * re + im * im) / (n / 2) * 2.0;
+    };
+    const double holdHz = VantriceCore::isSupportedRate (rate) ? core->getLeft().rate * 44100.0 : 0.0;
+    EXPECT_NEAR (level (1000.0), 0.5, 0.1);
+    EXPECT_GT (level (holdHz - 1000.0), 0.01) << "the image of the hold at " << holdHz - 1000.0 << " Hz";
+}
+
+INSTANTIATE_TEST_SUITE_P (Rates, FamilyRate, ::testing::ValuesIn (familyRates));
+INSTANTIATE_TEST_SUITE_P (Rates, ConvertedRate,
+                          ::testing::ValuesIn (std::vector<std::pair<double, int>> (familyRates.begin() + 1,
+                                                                                    familyRates.end())));
+
+class OtherRate : public ::testing::TestWithParam<double>
+{
+};
+
+TEST_P (OtherRate, IsRunWithTheLatencyItsPathHas)
+{
+    const double rate = GetParam();
+    ASSERT_TRUE (VantriceCore::isSupportedRate (rate));
+    auto core = makeCore (rate);
+    EXPECT_TRUE (core->isResampling());
+    EXPECT_GT (core->getLatency(), 0);
+    EXPECT_EQ (measuredImpulseDelay (rate), core->getLatency()) << rate;
+}
+
+INSTANTIATE_TEST_SUITE_P (Rates, OtherRate,
+                          ::testing::Values (22050.0, 24000.0, 32000.0, 64000.0, 352800.0, 384000.0));
+
+TEST (VantriceCore, RefusedRatesPassAudioThroughWithNoLatency)
+{
+    for (const double rate : { 8000.0, 11025.0, 16000.0, 44100.5, 47999.0, 400000.0, 768000.0 })
+    {
+        EXPECT_FALSE (VantriceCore::isSupportedRate (rate)) << rate;
+        auto core = makeCore (rate);
+        EXPECT_EQ (core->getLatency(), 0) << rate;
+        const auto in = stereoNoise (300, 9);
+        const auto out = runStereo (*core, in);
+        EXPECT_EQ (out.left, in.left) << rate;
+        EXPECT_EQ (out.right, in.right) << rate;
+    }
+}

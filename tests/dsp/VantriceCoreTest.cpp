@@ -1,0 +1,290 @@
+#include "CoreHarness.h"
+
+#include "dsp/ParameterCurves.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace CoreHarness;
+
+namespace
+{
+constexpr int fxIndex = 14, volumeIndex = 15, linkIndex = 13;
+
+std::vector<float> constant (int n, float value) { return std::vector<float> ((size_t) n, value); }
+} // namespace
+
+TEST (VantriceCore, ConstantInputAtDefaultsSettlesAtExactlyThatConstant)
+{
+    for (float value : { 0.25f, -0.7f, 0.999f })
+    {
+        auto core = makeCore();
+        const auto out = runStereo (*core, { constant (4000, value), constant (4000, -value) });
+        for (size_t i = 100; i < out.left.size(); ++i)
+        {
+            ASSERT_EQ (out.left[i], value) << "sample " << i;
+            ASSERT_EQ (out.right[i], -value) << "sample " << i;
+        }
+    }
+}
+
+TEST (VantriceCore, AllDryIsTheInputDelayedBy21SamplesTimesTheVolume)
+{
+    // Whatever the preamp and the crusher do, "FX" at 0 leaves only the dry ring, 21 samples back.
+    const std::vector<std::vector<std::pair<int, float>>> settings{
+        { { fxIndex, 0.0f }, { volumeIndex, 0.25f } },
+        { { fxIndex, 0.0f }, { volumeIndex, 0.5f }, { 0, 1.0f }, { 1, 0.2f }, { 2, 0.3f } },
+        { { fxIndex, 0.0f },
+          { volumeIndex, 0.75f },
+          { linkIndex, 0.0f },
+          { 7, 0.1f },
+          { 8, 0.05f },
+          { 4, 0.0f },
+          { 16, 1.0f } },
+    };
+
+    for (const auto& overrides : settings)
+    {
+        auto core = makeCore (44100.0, overrides);
+        const double volume = core->getVolumeTarget();
+        const auto in = stereoNoise (3000, 7);
+        const auto out = runStereo (*core, in, 333);
+
+        for (size_t i = 0; i < 21; ++i)
+            ASSERT_NEAR (out.left[i], 0.0f, 1e-12f);
+        for (size_t i = 21; i < in.left.size(); ++i)
+        {
+            ASSERT_EQ (out.left[i], (float) (in.left[i - 21] * volume)) << "sample " << i;
+            ASSERT_EQ (out.right[i], (float) (in.right[i - 21] * volume)) << "sample " << i;
+        }
+    }
+}
+
+TEST (VantriceCore, PreampGlideIs63PercentAfter500SamplesWithNoStep)
+{
+    auto core = makeCore();
+    const double start = core->getPreamp();
+    core->setParameter (0, 0.5f);
+    const double target = core->getPreampTarget();
+    ASSERT_NEAR (target, std::pow (10.0, 1.2), 1e-9);
+
+    std::vector<float> silence (1, 0.0f);
+    float* l = silence.data();
+    float* r = silence.data();
+    core->processStereo (&l, &r, 1);
+    EXPECT_NEAR ((core->getPreamp() - start) / (target - start), 0.002, 1e-6) << "a glide, not a jump";
+
+    auto rest = Stereo{ constant (499, 0.0f), constant (499, 0.0f) };
+    runStereo (*core, rest);
+    const double travelled = (core->getPreamp() - start) / (target - start);
+    EXPECT_NEAR (travelled, 1.0 - std::exp (-1.0), 0.002);
+}
+
+TEST (VantriceCore, SmoothingTimeConstantFollowsTheRateFactor)
+{
+    // 11.3 ms at 44100 Hz, 9.5 ms at 96000 Hz, 8.8 ms at 192000 Hz.
+    const std::vector<std::pair<double, double>> cases{ { 44100.0, 11.3 },
+                                                        { 96000.0, 9.5 },
+                                                        { 192000.0, 8.8 } };
+    for (const auto& [rate, milliseconds] : cases)
+    {
+        auto core = makeCore (rate);
+        const double samples = -1.0 / std::log (1.0 - core->getSmoothCoeff());
+        EXPECT_NEAR (samples / rate * 1000.0, milliseconds, 0.05) << rate;
+    }
+}
+
+TEST (VantriceCore, ZeroLengthRunPublishesMetersAndChangesNothingElse)
+{
+    auto core = makeCore();
+    runStereo (*core, stereoNoise (500, 3));
+    const double holdPhaseBefore = core->getLeft().holdPhase;
+    const double heldBefore = core->getLeft().heldValue;
+    const double peakBefore = core->getLeft().meterPeak;
+    const float noiseBefore = core->getNoise();
+    const int ringBefore = core->getRingIndex();
+
+    float dummy = 0.5f;
+    float* l = &dummy;
+    float* r = &dummy;
+    core->processStereo (&l, &r, 0);
+
+    EXPECT_EQ (dummy, 0.5f);
+    EXPECT_EQ (core->getNoise(), noiseBefore);
+    EXPECT_EQ (core->getLeft().holdPhase, holdPhaseBefore);
+    EXPECT_EQ (core->getLeft().heldValue, heldBefore);
+    EXPECT_EQ (core->getRingIndex(), ringBefore);
+
+    float ml = -1.0f, mr = -1.0f;
+    core->readMeters (ml, mr);
+    EXPECT_EQ (ml, (float) peakBefore);
+}
+
+TEST (VantriceCore, RateChangeKeepsTheNoiseSequence)
+{
+    auto a = makeCore();
+    auto b = makeCore();
+    runStereo (*a, stereoNoise (100, 1));
+    runStereo (*b, stereoNoise (100, 1));
+    b->setSampleRate (96000.0f);
+    EXPECT_EQ (a->getNoise(), b->getNoise());
+
+    // The next core sample of each draws the same value.
+    runStereo (*a, stereoNoise (1, 2));
+    auto oneCoreSample = stereoNoise (3, 2);
+    runStereo (*b, oneCoreSample, 1);
+    EXPECT_EQ (a->getNoise(), b->getNoise());
+}
+
+TEST (VantriceCore, UnlinkedChannelsWithTheSameSettingsDifferOnlyByTheQuantiserScale)
+{
+    // Left scale 2^b - 1, right 2^b: at 1 bit the levels are 0 and 2.0 on the left, 0 and 1.0 on the
+    // right, and the holds fall at the same samples.
+    auto core =
+        makeCore (44100.0, { { linkIndex, 0.0f }, { 1, 0.0f }, { 7, 0.0f }, { 2, 0.3f }, { 8, 0.3f } });
+    EXPECT_EQ (core->getLeft().quantScale, 1.0);
+    EXPECT_EQ (core->getRight().quantScale, 2.0);
+
+    const auto in = sine (8000, 220.0, 44100.0, 0.9);
+    runStereo (*core, { in, in });
+    EXPECT_EQ (core->getLeft().holdPhase, core->getRight().holdPhase);
+    for (double held : { core->getLeft().heldValue })
+        EXPECT_TRUE (held == 0.0 || held == 2.0) << held;
+    for (double held : { core->getRight().heldValue })
+        EXPECT_TRUE (held == 0.0 || held == 1.0) << held;
+}
+
+TEST (VantriceCore, QuantiserLevelsAreAsymmetric)
+{
+    // Two bits on the left: scale 3, levels -2/3, 0, 2/3 and 4/3. Held values are collected over a
+    // slow full-scale sine.
+    auto core = makeCore (44100.0, { { linkIndex, 0.0f }, { 1, 1.0f / 16.0f }, { 2, 0.5f } });
+    ASSERT_EQ (core->getLeft().quantScale, 3.0);
+
+    std::set<double> levels;
+    auto in = sine (20000, 50.0, 44100.0, 1.0);
+    for (size_t start = 0; start < in.size(); start += 50)
+    {
+        auto chunk = std::vector<float> (in.begin() + (long) start, in.begin() + (long) start + 50);
+        runStereo (*core, { chunk, chunk });
+        levels.insert (core->getLeft().heldValue);
+    }
+    for (double level : levels)
+    {
+        const bool known = level == 0.0 || std::abs (level - 2.0 / 3.0) < 1e-15
+                           || std::abs (level + 2.0 / 3.0) < 1e-15 || std::abs (level - 4.0 / 3.0) < 1e-15;
+        EXPECT_TRUE (known) << level;
+    }
+    EXPECT_GE (levels.size(), 3u);
+}
+
+TEST (VantriceCore, NoQuantisationAboveScale65536)
+{
+    // 16 bits left is 65535 and right is 65536: both still quantise; "off" is 131071 and 131072.
+    auto sixteen = makeCore (44100.0, { { linkIndex, 0.0f }, { 1, 15.0f / 16.0f }, { 7, 15.0f / 16.0f } });
+    EXPECT_EQ (sixteen->getLeft().quantScale, 65535.0);
+    EXPECT_EQ (sixteen->getRight().quantScale, 65536.0);
+
+    auto off = makeCore (44100.0, { { linkIndex, 0.0f } });
+    EXPECT_EQ (off->getLeft().quantScale, 131071.0);
+    EXPECT_EQ (off->getRight().quantScale, 131072.0);
+
+    const auto in = sine (2000, 441.0, 44100.0, 0.3);
+    runStereo (*sixteen, { in, in });
+    const double step = 1.0 / 32767.5;
+    const double held = sixteen->getLeft().heldValue;
+    EXPECT_NEAR (held / step, std::round (held / step), 1e-6);
+}
+
+TEST (VantriceCore, LowestRateHoldsEvery1000CoreSamplesAndANewRateWaitsForTheNextHold)
+{
+    auto core = makeCore (44100.0, { { linkIndex, 0.0f }, { 2, 0.0f } });
+    ASSERT_EQ (core->getLeft().rate, 0.001);
+
+    // The first hold falls in the first sample; from then on every 1000.
+    runStereo (*core, { constant (1, 0.5f), constant (1, 0.5f) });
+    const double phase = core->getLeft().holdPhase;
+    EXPECT_NEAR (phase, 1000.0, 1e-9);
+
+    core->setParameter (2, 1.0f);
+    runStereo (*core, { constant (10, 0.5f), constant (10, 0.5f) });
+    EXPECT_NEAR (core->getLeft().holdPhase, phase - 10.0, 1e-9) << "the running count is not shortened";
+}
+
+TEST (VantriceCore, LinkingCopiesTheLeftFilterAndUnlinkingRestoresTheRightControls)
+{
+    auto core = makeCore (44100.0, { { 5, 0.3f }, { 6, 0.4f }, { 4, 0.0f } });
+    ASSERT_TRUE (core->isLinked());
+    EXPECT_EQ (core->getRight().cutoffTarget, core->getLeft().cutoffTarget);
+    EXPECT_EQ (core->getRight().filterType, 0);
+
+    // Right controls moved while linked change nothing...
+    core->setParameter (7, 0.25f);
+    core->setParameter (8, 0.5f);
+    core->setParameter (9, 1.0f);
+    core->setParameter (10, 0.75f);
+    core->setParameter (11, 0.9f);
+    core->setParameter (12, 0.1f);
+    EXPECT_EQ (core->getRight().cutoffTarget, core->getLeft().cutoffTarget);
+    EXPECT_EQ (core->getRight().filterType, 0);
+    EXPECT_EQ (core->getRight().quantScale, 65537.0);
+
+    // ...until unlinking brings them into effect, with no glide of the filter.
+    core->setParameter (linkIndex, 0.0f);
+    EXPECT_FALSE (core->isLinked());
+    EXPECT_EQ (core->getRight().quantScale, 32.0);
+    EXPECT_EQ (core->getRight().rate, ParameterCurves::rateCurve (0.5));
+    EXPECT_TRUE (core->getRight().antiAlias);
+    EXPECT_EQ (core->getRight().stepSpeed, core->getRight().rate * 128.0);
+    EXPECT_EQ (core->getRight().filterType, 3);
+    EXPECT_EQ (core->getRight().cutoffTarget, ParameterCurves::cutoffCurve ((double) 0.9f));
+    EXPECT_EQ (core->getRight().cutoff, core->getRight().cutoffTarget);
+    EXPECT_EQ (core->getRight().reso, ParameterCurves::resoCurve ((double) 0.1f));
+
+    // Linking again snaps the right filter to the left's smoothed values.
+    core->setParameter (linkIndex, 1.0f);
+    EXPECT_EQ (core->getRight().cutoff, core->getLeft().cutoff);
+    EXPECT_EQ (core->getRight().reso, core->getLeft().reso);
+    EXPECT_EQ (core->getRight().filterType, core->getLeft().filterType);
+}
+
+TEST (VantriceCore, LinkedStageStandsStillWhenBothChannelsAreSilentWhileTheDryPathRunsOn)
+{
+    auto core = makeCore (44100.0, { { fxIndex, 0.5f } });
+    auto burst = stereoNoise (2000, 11);
+    runStereo (*core, burst);
+
+    // 108000 samples of silence take the envelope below 2e-5; run well past that.
+    runStereo (*core, { constant (130000, 0.0f), constant (130000, 0.0f) }, 4096);
+    EXPECT_FALSE (core->getLeft().active);
+    EXPECT_FALSE (core->getRight().active);
+    const double heldBefore = core->getLeft().heldValue;
+    const double lowBefore = core->getLeft().low;
+
+    auto more = runStereo (*core, { constant (100, 0.0f), constant (100, 0.0f) });
+    EXPECT_EQ (core->getLeft().heldValue, heldBefore);
+    EXPECT_EQ (core->getLeft().low, lowBefore);
+    for (float x : more.left)
+        EXPECT_LT (std::abs (x), 1e-15f);
+}
+
+TEST (VantriceCore, LoneStepReachesItsValueWithin33Samples)
+{
+    // At the lowest rate the second hold, 1000 samples in, is the only jump: from 0 to 0.5.
+    auto core = makeCore (44100.0, { { linkIndex, 0.0f }, { 2, 0.0f } });
+    const auto out = runStereo (*core, { constant (1200, 0.5f), constant (1200, 0.5f) });
+
+    int first = -1, last = -1;
+    for (int i = 900; i < 1200; ++i)
+    {
+        if (first < 0 && std::abs (out.left[(size_t) i]) > 1e-9f)
+            first = i;
+        if (std::abs (out.left[(size_t) i] - 0.5f) > 1e-9f)
+            last = i;
+    }
+    ASSERT_GE (first, 1000);
+    EXPECT_LE (last - first + 1, 33);
+    EXPECT_GE (last - first + 1, 30);
+    EXPECT_EQ (out.left.back(), 0.5f);
+}
