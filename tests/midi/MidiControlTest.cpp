@@ -1,0 +1,298 @@
+#include "MidiTestTable.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+struct MoveCase
+{
+    const char* parameter;
+    int value;
+    float expected;
+};
+
+TEST (MidiControl, ControllerValueScalesOntoTheParameterRange)
+{
+    const MoveCase cases[] = {
+        { "Preamp", 127, 1.0f },       { "Preamp", 0, 0.0f },  { "Preamp", 64, 0.503937f },
+        { "Preamp", 1, 0.007874016f }, { "Wide", 127, 10.0f }, { "Wide", 0, -10.0f },
+    };
+
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE (juce::String (c.parameter) + " " + juce::String (c.value));
+        MidiTestTable table;
+        auto* parameter = table.byName (c.parameter);
+        table.midi.assign (7, parameter, false);
+        parameter->setNormalizedValue (0.3f, false);
+
+        table.midi.handleMidiMessage (controller (7, c.value));
+
+        EXPECT_NEAR (parameter->getValue(), c.expected, 1e-6f);
+        EXPECT_EQ (table.midi.getLastMovedParameter(), parameter);
+        pumpMessages();
+    }
+}
+
+TEST (MidiControl, EveryChannelAndEveryControllerNumberCounts)
+{
+    MidiTestTable table;
+    auto* parameter = table.byName ("FX");
+    table.midi.assign (123, parameter, false);
+
+    table.midi.handleMidiMessage (controller (123, 0, 16));
+    EXPECT_FLOAT_EQ (parameter->getValue(), 0.0f);
+    table.midi.handleMidiMessage (controller (123, 127, 3));
+    EXPECT_FLOAT_EQ (parameter->getValue(), 1.0f);
+    pumpMessages();
+}
+
+TEST (MidiControl, OtherMessagesAndUnassignedControllersMoveNothing)
+{
+    MidiTestTable table;
+    MidiRecorder recorder;
+    table.midi.addListener (&recorder);
+    auto* parameter = table.byName ("Preamp");
+    table.midi.assign (1, parameter, false);
+    parameter->setNormalizedValue (0.5f, false);
+
+    const juce::MidiMessage others[] = {
+        juce::MidiMessage::noteOn (1, 1, (juce::uint8) 127),
+        juce::MidiMessage::noteOff (1, 1),
+        juce::MidiMessage::pitchWheel (1, 16383),
+        juce::MidiMessage::programChange (1, 1),
+        juce::MidiMessage::aftertouchChange (1, 1, 127),
+        juce::MidiMessage::channelPressureChange (1, 127),
+        controller (2, 127),
+    };
+
+    for (const auto& message : others)
+        table.midi.handleMidiMessage (message);
+
+    const juce::uint8 malformed[][3] = { { 0xb0, 0x81, 0x7f }, { 0xb0, 0x01, 0x80 } };
+
+    for (const auto& bytes : malformed)
+        table.midi.handleMidiMessage (juce::MidiMessage (bytes, 3));
+
+    EXPECT_FLOAT_EQ (parameter->getValue(), 0.5f);
+    EXPECT_EQ (table.midi.getLastMovedParameter(), nullptr);
+    pumpMessages();
+    EXPECT_TRUE (recorder.calls.isEmpty());
+}
+
+TEST (MidiControl, MovesReachListenersOnceAfterABurst)
+{
+    MidiTestTable table;
+    MidiRecorder recorder;
+    table.midi.addListener (&recorder);
+    auto* preamp = table.byName ("Preamp");
+    auto* volume = table.byName ("Output Volume");
+    table.midi.assign (1, preamp, false);
+    table.midi.assign (2, volume, false);
+
+    for (int value = 0; value < 100; ++value)
+        table.midi.handleMidiMessage (controller (1 + value % 2, value));
+
+    EXPECT_TRUE (recorder.calls.isEmpty());
+    pumpMessages();
+    EXPECT_EQ (recorder.calls, juce::StringArray ("moved"));
+    EXPECT_EQ (table.midi.getLastMovedParameter(), volume);
+}
+
+TEST (MidiControl, ParameterImmediateListenersRunInsideTheMessage)
+{
+    struct Seen : Parameter::Listener
+    {
+        void parameterChanged (Parameter* p) override { values.push_back (p->getValue()); }
+        std::vector<float> values;
+    };
+
+    MidiTestTable table;
+    Seen seen;
+    auto* parameter = table.byName ("Left Bits");
+    parameter->addImmediateListener (&seen);
+    table.midi.assign (10, parameter, false);
+
+    table.midi.handleMidiMessage (controller (10, 0));
+    table.midi.handleMidiMessage (controller (10, 0));
+
+    EXPECT_EQ (seen.values, (std::vector<float>{ 0.0f }));
+    pumpMessages();
+}
+
+TEST (MidiControl, AssignKeepsOneControllerPerParameter)
+{
+    MidiTestTable table;
+    auto* preamp = table.byName ("Preamp");
+    auto* fx = table.byName ("FX");
+
+    table.midi.assign (1, preamp, false);
+    table.midi.assign (2, fx, false);
+    EXPECT_EQ (table.midi.getNumAssignments(), 2);
+
+    table.midi.assign (5, preamp, false);
+    EXPECT_EQ (table.midi.getAssignedParameter (1), nullptr);
+    EXPECT_EQ (table.midi.getAssignedParameter (5), preamp);
+    EXPECT_EQ (table.midi.findController (preamp), 5);
+    EXPECT_EQ (table.midi.getNumAssignments(), 2);
+
+    table.midi.assign (2, preamp, false);
+    EXPECT_EQ (table.midi.getAssignedParameter (2), preamp);
+    EXPECT_EQ (table.midi.getAssignedParameter (5), nullptr);
+    EXPECT_EQ (table.midi.findController (fx), -1);
+    EXPECT_EQ (table.midi.getNumAssignments(), 1);
+
+    table.midi.assign (2, nullptr, false);
+    EXPECT_EQ (table.midi.getNumAssignments(), 0);
+    EXPECT_EQ (table.midi.findController (nullptr), -1);
+}
+
+TEST (MidiControl, OutOfRangeControllersAreIgnored)
+{
+    MidiTestTable table;
+    auto* preamp = table.byName ("Preamp");
+
+    for (const int number : { -1, 128, 1000, -2147483647 - 1 })
+    {
+        SCOPED_TRACE (number);
+        table.midi.assign (number, preamp, true);
+        table.midi.clearController (number);
+        table.midi.setLearnController (number);
+        table.midi.selectLearnAssignment (number);
+        EXPECT_EQ (table.midi.getAssignedParameter (number), nullptr);
+    }
+
+    EXPECT_EQ (table.midi.getNumAssignments(), 0);
+    EXPECT_EQ (table.midi.getLearnController(), -1);
+    pumpMessages();
+}
+
+TEST (MidiControl, MapChangesAreToldOnTheMessageThreadOnlyWhenAsked)
+{
+    MidiTestTable table;
+    MidiRecorder recorder;
+    table.midi.addListener (&recorder);
+    auto* preamp = table.byName ("Preamp");
+
+    table.midi.assign (1, preamp, false);
+    pumpMessages();
+    EXPECT_TRUE (recorder.calls.isEmpty());
+
+    table.midi.assign (1, preamp, true);
+    pumpMessages();
+    EXPECT_TRUE (recorder.calls.isEmpty());
+
+    table.midi.assign (2, preamp, true);
+    table.midi.clearController (2);
+    EXPECT_TRUE (recorder.calls.isEmpty());
+    pumpMessages();
+    EXPECT_EQ (recorder.calls, juce::StringArray ("map"));
+
+    recorder.calls.clear();
+    table.midi.clearController (2);
+    table.midi.clearAll();
+    pumpMessages();
+    EXPECT_EQ (recorder.calls, juce::StringArray ("map"));
+}
+
+TEST (MidiControl, ClearControllerAndClearAll)
+{
+    MidiTestTable table;
+    table.midi.assign (1, table.byName ("Preamp"), false);
+    table.midi.assign (2, table.byName ("FX"), false);
+    table.midi.assign (3, table.byName ("Left Bits"), false);
+
+    table.midi.clearController (2);
+    table.midi.clearController (2);
+    EXPECT_EQ (table.midi.getNumAssignments(), 2);
+    EXPECT_EQ (table.midi.getAssignedParameter (2), nullptr);
+
+    table.midi.clearAll();
+    EXPECT_EQ (table.midi.getNumAssignments(), 0);
+
+    for (int number = 0; number < MidiControl::numControllers; ++number)
+        EXPECT_EQ (table.midi.getAssignedParameter (number), nullptr);
+
+    pumpMessages();
+}
+
+TEST (MidiControl, NotificationsComeInMapLearnMovedOrder)
+{
+    MidiTestTable table;
+    MidiRecorder recorder;
+    table.midi.addListener (&recorder);
+    table.midi.setLearnActive (true);
+    recorder.calls.clear();
+
+    table.midi.handleMidiMessage (controller (9, 64));
+    table.midi.setLearnParameter (table.byName ("Preamp"));
+    table.midi.handleMidiMessage (controller (9, 127));
+
+    pumpMessages();
+    EXPECT_EQ (recorder.calls, juce::StringArray ("map", "learn", "moved"));
+}
+
+TEST (MidiControl, SetLearnActiveTellsListenersDirectlyFromLastToFirst)
+{
+    MidiTestTable table;
+    juce::StringArray order;
+
+    struct Named : MidiControl::Listener
+    {
+        Named (const char* text, juce::StringArray& log)
+            : name (text)
+            , calls (log)
+        {
+        }
+        void midiLearnChanged (MidiControl*) override { calls.add (name); }
+        juce::String name;
+        juce::StringArray& calls;
+    };
+
+    Named first ("first", order), second ("second", order);
+    table.midi.addListener (&first);
+    table.midi.addListener (&second);
+    table.midi.addListener (&second);
+    table.midi.addListener (nullptr);
+
+    table.midi.setLearnActive (true);
+    EXPECT_EQ (order, juce::StringArray ("second", "first"));
+    EXPECT_TRUE (table.midi.isLearnActive());
+
+    table.midi.setLearnActive (true);
+    EXPECT_EQ (order.size(), 2);
+
+    table.midi.removeListener (&second);
+    table.midi.setLearnActive (false);
+    EXPECT_EQ (order, juce::StringArray ("second", "first", "first"));
+}
+
+TEST (MidiControl, ListenerRemovingItselfDuringANotificationSkipsNobody)
+{
+    MidiTestTable table;
+
+    struct SelfRemover : MidiRecorder
+    {
+        void midiMapChanged (MidiControl* control) override
+        {
+            MidiRecorder::midiMapChanged (control);
+            control->removeListener (this);
+        }
+    };
+
+    MidiRecorder before, after;
+    SelfRemover remover;
+    table.midi.addListener (&before);
+    table.midi.addListener (&remover);
+    table.midi.addListener (&after);
+
+    table.midi.clearAll();
+    pumpMessages();
+    table.midi.clearAll();
+    pumpMessages();
+
+    EXPECT_EQ (before.calls, juce::StringArray ("map", "map"));
+    EXPECT_EQ (remover.calls, juce::StringArray ("map"));
+    EXPECT_EQ (after.calls, juce::StringArray ("map", "map"));
+}
+} // namespace

@@ -1,0 +1,285 @@
+#include "MidiTestTable.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+namespace
+{
+std::unique_ptr<juce::XmlElement> parse (const juce::String& text)
+{
+    auto xml = juce::XmlDocument::parse (text);
+    EXPECT_NE (xml, nullptr) << text;
+    return xml;
+}
+
+std::map<int, juce::String> mapOf (const MidiControl& midi)
+{
+    std::map<int, juce::String> result;
+
+    for (int number = 0; number < MidiControl::numControllers; ++number)
+        if (auto* parameter = midi.getAssignedParameter (number))
+            result[number] = parameter->getName();
+
+    return result;
+}
+
+struct DocumentCase
+{
+    const char* label;
+    const char* applicationName;
+    const char* document;
+    std::map<int, juce::String> expected;
+};
+
+const DocumentCase documentCases[] = {
+    { "name matches",
+      "Vantrice",
+      R"(<MidiControlMap name="Vantrice"><assign CC="7" param="Preamp"/></MidiControlMap>)",
+      { { 7, "Preamp" } } },
+    { "application matches",
+      "Vantrice",
+      R"(<MidiControlMap name="Other" application="Vantrice"><assign CC="7" param="Preamp"/></MidiControlMap>)",
+      { { 7, "Preamp" } } },
+    { "older root",
+      "Vantrice",
+      R"(<MidiCCMap name="Vantrice"><assign CC="7" param="Preamp"/></MidiCCMap>)",
+      { { 7, "Preamp" } } },
+    { "another application",
+      "Vantrice",
+      R"(<MidiControlMap name="Other" application="Else"><assign CC="7" param="Preamp"/></MidiControlMap>)",
+      {} },
+    { "no name at all",
+      "Vantrice",
+      R"(<MidiControlMap><assign CC="7" param="Preamp"/></MidiControlMap>)",
+      {} },
+    { "name differs in case",
+      "Vantrice",
+      R"(<MidiControlMap name="vantrice"><assign CC="7" param="Preamp"/></MidiControlMap>)",
+      {} },
+    { "empty application name takes any map",
+      "",
+      R"(<MidiControlMap name="Other"><assign CC="7" param="Preamp"/></MidiControlMap>)",
+      { { 7, "Preamp" } } },
+    { "wrong root", "", R"(<MidiMap name="Vantrice"><assign CC="7" param="Preamp"/></MidiMap>)", {} },
+    { "root differs in case", "", R"(<midicontrolmap><assign CC="7" param="Preamp"/></midicontrolmap>)", {} },
+    { "bad rows are skipped",
+      "Vantrice",
+      R"(<MidiControlMap name="Vantrice">
+          <assign CC="1" param="Preamp"/>
+          <assign CC="2" param="No Such Parameter"/>
+          <assign CC="3" param="Not Automatable"/>
+          <assign CC="128" param="Left Bits"/>
+          <assign CC="-1" param="Right Bits"/>
+          <assign CC="abc" param="Left Cutoff"/>
+          <assign CC="4294967300" param="Right Cutoff"/>
+          <assign CC="5x" param="Left Frequency"/>
+          <assign CC=" 9 " param="FX"/>
+          <assign param="Output Volume"/>
+          <assign CC="20"/>
+          <Assign CC="21" param="Link Channels"/>
+          <other CC="22" param="Right Frequency"/>
+        </MidiControlMap>)",
+      { { 0, "Output Volume" }, { 1, "Preamp" }, { 9, "FX" } } },
+    { "later row of one parameter wins",
+      "Vantrice",
+      R"(<MidiControlMap name="Vantrice">
+          <assign CC="1" param="Preamp"/><assign CC="2" param="Preamp"/></MidiControlMap>)",
+      { { 2, "Preamp" } } },
+    { "later row of one controller wins",
+      "Vantrice",
+      R"(<MidiControlMap name="Vantrice">
+          <assign CC="1" param="Preamp"/><assign CC="1" param="FX"/></MidiControlMap>)",
+      { { 1, "FX" } } },
+    { "parameter names compare exactly",
+      "Vantrice",
+      R"(<MidiControlMap name="Vantrice"><assign CC="1" param="preamp"/><assign CC="2" param="Preamp "/></MidiControlMap>)",
+      {} },
+};
+
+TEST (MidiMapFile, LoadingADocumentReplacesTheMap)
+{
+    for (const auto& c : documentCases)
+    {
+        SCOPED_TRACE (c.label);
+        MidiTestTable table;
+        table.midi.setApplicationName (c.applicationName);
+        table.midi.assign (100, table.byName ("Right Bits"), false);
+        table.midi.setLearnActive (true);
+
+        table.midi.loadFromXml (*parse (c.document));
+
+        EXPECT_EQ (mapOf (table.midi), c.expected);
+        EXPECT_EQ (table.midi.getNumAssignments(), (int) c.expected.size());
+        EXPECT_FALSE (table.midi.isLearnActive());
+        pumpMessages();
+    }
+}
+
+struct RootCase
+{
+    const char* document;
+    bool isMap;
+    bool isValid;
+};
+
+TEST (MidiMapFile, MapAndValidityTests)
+{
+    const RootCase cases[] = {
+        { "<MidiControlMap/>", true, false },
+        { R"(<MidiControlMap name="Vantrice"/>)", true, true },
+        { R"(<MidiControlMap application="Vantrice"/>)", true, true },
+        { R"(<MidiCCMap name="Vantrice"/>)", true, true },
+        { R"(<MidiCCMap name="Other"/>)", true, false },
+        { R"(<PluginState application="Vantrice"/>)", false, false },
+        { R"(<MIDICCMAP name="Vantrice"/>)", false, false },
+    };
+
+    MidiTestTable named, unnamed;
+    named.midi.setApplicationName ("Vantrice");
+
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE (c.document);
+        const auto xml = parse (c.document);
+        EXPECT_EQ (named.midi.isMapXml (*xml), c.isMap);
+        EXPECT_EQ (unnamed.midi.isMapXml (*xml), c.isMap);
+        EXPECT_EQ (named.midi.isValidMap (*xml), c.isValid);
+        EXPECT_EQ (unnamed.midi.isValidMap (*xml), c.isMap);
+    }
+}
+
+TEST (MidiMapFile, LoadingTellsTheListenersOfTheNewMap)
+{
+    MidiTestTable table;
+    MidiRecorder recorder;
+    table.midi.addListener (&recorder);
+    table.midi.loadFromXml (*parse ("<Nothing/>"));
+    pumpMessages();
+    EXPECT_EQ (recorder.calls, juce::StringArray ("map"));
+}
+
+TEST (MidiMapFile, CreatedDocumentListsRowsInRisingControllerOrder)
+{
+    MidiTestTable table;
+    table.midi.setApplicationName ("Vantrice");
+    table.midi.assign (90, table.byName ("FX"), false);
+    table.midi.assign (3, table.byName ("Preamp"), false);
+    table.midi.assign (127, table.byName ("Left Reso/Bandwidth"), false);
+    table.midi.assign (0, table.byName ("Output Volume"), false);
+
+    const auto xml = table.midi.createXml();
+    EXPECT_EQ (xml->getTagName(), "MidiControlMap");
+    EXPECT_EQ (xml->getStringAttribute ("name"), "Vantrice");
+    EXPECT_FALSE (xml->hasAttribute ("application"));
+
+    juce::StringArray rows;
+
+    for (auto* row : xml->getChildIterator())
+        rows.add (row->getTagName() + " " + row->getStringAttribute ("CC") + " "
+                  + row->getStringAttribute ("param"));
+
+    EXPECT_EQ (rows, juce::StringArray ("assign 0 Output Volume", "assign 3 Preamp", "assign 90 FX",
+                                        "assign 127 Left Reso/Bandwidth"));
+}
+
+TEST (MidiMapFile, SavedFileReadsBackIntoAnotherInstance)
+{
+    juce::TemporaryFile file (".vtccmap");
+    MidiTestTable source, target;
+    source.midi.setApplicationName ("Vantrice");
+    target.midi.setApplicationName ("Vantrice");
+    source.midi.assign (64, source.byName ("Right Cutoff"), false);
+    source.midi.assign (2, source.byName ("Link Channels"), false);
+
+    ASSERT_TRUE (source.midi.saveFile (file.getFile()));
+    const auto text = file.getFile().loadFileAsString();
+    EXPECT_TRUE (text.startsWith ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
+    EXPECT_LT (text.indexOf ("\"Link Channels\""), text.indexOf ("\"Right Cutoff\""));
+
+    EXPECT_TRUE (target.midi.loadFile (file.getFile()));
+    EXPECT_EQ (mapOf (target.midi), mapOf (source.midi));
+    pumpMessages();
+}
+
+TEST (MidiMapFile, UnreadableFilesChangeNothing)
+{
+    juce::TemporaryFile notXml (".vtccmap"), empty (".vtccmap"), truncated (".vtccmap"), binary (".vtccmap");
+    notXml.getFile().replaceWithText ("this is no map");
+    empty.getFile().replaceWithText ("");
+    truncated.getFile().replaceWithText (R"(<MidiControlMap name="Vantrice"><assign CC="1" param="FX")");
+    const char bytes[] = { '\x00', '\xff', '\xfe', '<', '\x01' };
+    binary.getFile().replaceWithData (bytes, sizeof (bytes));
+
+    MidiTestTable table;
+    table.midi.assign (5, table.byName ("Preamp"), false);
+    table.midi.setLearnActive (true);
+
+    for (const auto& file :
+         { notXml.getFile(), empty.getFile(), truncated.getFile(), binary.getFile(),
+           juce::File::getSpecialLocation (juce::File::tempDirectory).getChildFile ("no such map") })
+    {
+        SCOPED_TRACE (file.getFullPathName());
+        EXPECT_FALSE (table.midi.loadFile (file));
+        EXPECT_EQ (mapOf (table.midi), (std::map<int, juce::String>{ { 5, "Preamp" } }));
+        EXPECT_TRUE (table.midi.isLearnActive());
+    }
+}
+
+TEST (MidiMapFile, VeryLongTextsAreSkippedLikeOtherUnknownNames)
+{
+    auto document = std::make_unique<juce::XmlElement> ("MidiControlMap");
+    document->setAttribute ("name", juce::String::repeatedString ("V", 100000));
+
+    MidiTestTable table;
+    table.midi.loadFromXml (*document);
+    EXPECT_EQ (table.midi.getNumAssignments(), 0);
+
+    document->setAttribute ("name", "Vantrice");
+    auto* row = document->createNewChildElement ("assign");
+    row->setAttribute ("CC", juce::String::repeatedString ("1", 10000));
+    row->setAttribute ("param", "Preamp");
+    auto* other = document->createNewChildElement ("assign");
+    other->setAttribute ("CC", 4);
+    other->setAttribute ("param", juce::String::repeatedString ("Preamp", 10000));
+
+    table.midi.setApplicationName ("Vantrice");
+    table.midi.loadFromXml (*document);
+    EXPECT_EQ (table.midi.getNumAssignments(), 0);
+    pumpMessages();
+}
+
+TEST (MidiMapFile, InitialiseLoadsTheDefaultMapOnlyWhenItIsOn)
+{
+    juce::TemporaryFile file (".vtccmap");
+    file.getFile().replaceWithText (
+        R"(<MidiControlMap name="Vantrice"><assign CC="3" param="FX"/></MidiControlMap>)");
+
+    struct InitialiseCase
+    {
+        bool useDefault;
+        juce::String path;
+        int expectedAssignments;
+    };
+
+    const InitialiseCase cases[] = {
+        { true, file.getFile().getFullPathName(), 1 },
+        { false, file.getFile().getFullPathName(), 0 },
+        { true, "", 0 },
+        { true, "relative/map.vtccmap", 0 },
+    };
+
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE (c.path + (c.useDefault ? " on" : " off"));
+        MidiTestTable table;
+        table.midi.setUseDefaultMap (c.useDefault);
+        table.midi.setDefaultMapFile (c.path);
+        table.midi.initialise ("Vantrice");
+
+        EXPECT_EQ (table.midi.getApplicationName(), "Vantrice");
+        EXPECT_EQ (table.midi.getNumAssignments(), c.expectedAssignments);
+        pumpMessages();
+    }
+}
+} // namespace
