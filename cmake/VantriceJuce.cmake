@@ -40,3 +40,9 @@ target_compile_definitions(vantrice_juce INTERFACE
 
 # JUCE's own code is not ours to keep warning-free.
 target_compile_options(vantrice_juce PRIVATE -w)
+
+# Debian builds JUCE's image and audio codecs against the system's libraries instead of the copies JUCE
+# carries, so they are linked from here.
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(VANTRICE_JUCE_CODECS REQUIRED IMPORTED_TARGET libpng libjpeg flac vorbis vorbisenc vorbisfile ogg)
+target_link_libraries(vantrice_juce PUBLIC PkgConfig::VANTRICE_JUCE_CODECS)
