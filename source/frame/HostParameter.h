@@ -1,0 +1,33 @@
+#pragma once
+
+#include <juce_audio_processors/juce_audio_processors.h>
+
+class BasePlugin;
+
+/** What a host sees of one host parameter index. It holds no value of its own: every call goes to the
+    frame, which answers from the parameter table, so VST2, VST3 and LV2 hosts all see the same names,
+    values, steps and texts, and typed text is turned back into a value in the parameter's own units. */
+class HostParameter : public juce::AudioProcessorParameter
+{
+public:
+    HostParameter (BasePlugin& owner, int hostIndex, float defaultValue);
+
+    float getValue() const override;
+    void setValue (float newValue) override;
+    float getDefaultValue() const override;
+    juce::String getName (int maximumStringLength) const override;
+    juce::String getLabel() const override;
+    juce::String getText (float normalisedValue, int maximumStringLength) const override;
+    float getValueForText (const juce::String& text) const override;
+    int getNumSteps() const override;
+    bool isDiscrete() const override;
+    bool isBoolean() const override;
+    bool isAutomatable() const override;
+    bool isMetaParameter() const override;
+    juce::String getParameterID() const;
+
+private:
+    BasePlugin& owner;
+    const int hostIndex;
+    const float defaultValue;
+};
