@@ -1,0 +1,212 @@
+#include "support/PluginHarness.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+struct TextCase
+{
+    int index;
+    float value;
+    const char* text;
+};
+
+/** Counts what the plug-in tells the host. */
+struct HostSpy : juce::AudioProcessorParameter::Listener, juce::AudioProcessorListener
+{
+    void parameterValueChanged (int, float) override { ++valueChanges; }
+    void parameterGestureChanged (int, bool starting) override { (starting ? gestureStarts : gestureEnds)++; }
+    void audioProcessorParameterChanged (juce::AudioProcessor*, int, float) override {}
+    void audioProcessorChanged (juce::AudioProcessor*, const ChangeDetails& details) override
+    {
+        if (details.parameterInfoChanged)
+            ++infoChanges;
+        if (details.latencyChanged)
+            ++latencyChanges;
+    }
+
+    int valueChanges = 0, gestureStarts = 0, gestureEnds = 0, infoChanges = 0, latencyChanges = 0;
+};
+
+void setParameter (Vantrice& plugin, int index, float value)
+{
+    plugin.getParameterManager().setNormalizedValue (index, value);
+}
+} // namespace
+
+class ParameterText : public ::testing::TestWithParam<TextCase>
+{
+};
+
+TEST_P (ParameterText, ReadsAsTheCoreIsSet)
+{
+    const auto c = GetParam();
+    PluginHarness plugin;
+    setParameter (*plugin, 13, 0.0f); // unlinked, so the right channel shows its own values
+    setParameter (*plugin, c.index, c.value);
+    EXPECT_EQ (plugin->getParameterTextFor (c.index), juce::String (c.text));
+    EXPECT_EQ (plugin->getParameterTextForValue (c.index, c.value), juce::String (c.text))
+        << "the text a host asks for by value is the one it sees once set";
+}
+
+INSTANTIATE_TEST_SUITE_P (
+    Table, ParameterText,
+    ::testing::Values (
+        TextCase{ 0, 0.0f, "0.0dB" }, TextCase{ 0, 0.5f, "+24.0dB" }, TextCase{ 0, 1.0f, "+48.0dB" },
+        TextCase{ 1, 1.0f, "Quant. Off" }, TextCase{ 1, 0.0f, "1 bit" },
+        TextCase{ 1, 1.0f / 16.0f, "2 bits" }, TextCase{ 1, 15.0f / 16.0f, "16 bits" },
+        TextCase{ 2, 0.0f, "44Hz" }, TextCase{ 2, 1.0f, "44100Hz" }, TextCase{ 3, 1.0f, "On" },
+        TextCase{ 3, 0.0f, "Off" }, TextCase{ 4, 0.0f, "LP" }, TextCase{ 4, 0.25f, "BP" },
+        TextCase{ 4, 0.5f, "HP" }, TextCase{ 4, 0.75f, "BR" }, TextCase{ 4, 1.0f, "Off" },
+        TextCase{ 5, 0.0f, "14Hz" }, TextCase{ 5, 1.0f, "12000Hz" }, TextCase{ 6, 0.0f, "0%" },
+        TextCase{ 6, 0.333f, "33%" }, TextCase{ 7, 0.5f, "9 bits" }, TextCase{ 8, 0.0f, "44Hz" },
+        TextCase{ 9, 0.7f, "On" }, TextCase{ 10, 0.25f, "BP" }, TextCase{ 11, 1.0f, "12000Hz" },
+        TextCase{ 12, 1.0f, "100%" }, TextCase{ 14, 1.0f, "0/100% (Dry/Wet)" },
+        TextCase{ 14, 0.25f, "75/25% (Dry/Wet)" }, TextCase{ 15, 0.0f, "-Inf." },
+        TextCase{ 15, 0.5f, "0.0dB" }, TextCase{ 15, 1.0f, "+12.0dB" }, TextCase{ 15, 0.25f, "-12.0dB" },
+        TextCase{ 16, 1.0f, "Pre" }, TextCase{ 16, 0.0f, "Post" }, TextCase{ 17, 1.0f, "Pre" }));
+
+TEST (VantriceParameters, LinkedRightControlsReadLinkedAndTheHostHearsOfTheChangeOnce)
+{
+    PluginHarness plugin;
+    HostSpy spy;
+    plugin->addListener (&spy);
+
+    for (int index : { 7, 8, 9, 10, 11, 12, 17 })
+        EXPECT_EQ (plugin->getParameterTextFor (index), "linked") << index;
+    EXPECT_EQ (plugin->getParameterTextFor (13), "On");
+
+    setParameter (*plugin, 8, 0.0f);
+    setParameter (*plugin, 13, 0.0f);
+    EXPECT_EQ (spy.infoChanges, 1);
+    EXPECT_EQ (plugin->getParameterTextFor (13), "Off");
+    EXPECT_EQ (plugin->getParameterTextFor (8), "44Hz") << "the value moved while linked comes into effect";
+    EXPECT_EQ (plugin->getParameterTextFor (7), "Quant. Off");
+    plugin->removeListener (&spy);
+}
+
+TEST (VantriceParameters, TextsFallBackToTheParameterWithoutACore)
+{
+    // Constructed but not started: no core yet.
+    auto plugin = std::make_unique<Vantrice>();
+    EXPECT_EQ (plugin->getParameterTextFor (15), "0.500000000");
+    EXPECT_EQ (plugin->getParameterTextFor (18), "");
+    EXPECT_EQ (plugin->getHostParameterName (18), "");
+}
+
+TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
+{
+    PluginHarness plugin;
+    const auto& list = plugin->getParameters();
+    ASSERT_EQ (list.size(), 18);
+    const char* const names[] = { "Preamp",
+                                  "Left Bits",
+                                  "Left Frequency",
+                                  "Left Link Freq",
+                                  "Left Filter Type",
+                                  "Left Cutoff",
+                                  "Left Reso/Bandwidth",
+                                  "Right Bits",
+                                  "Right Frequency",
+                                  "Right Link Freq",
+                                  "Right Filter Type",
+                                  "Right Cutoff",
+                                  "Right Reso/Bandwidth",
+                                  "Link Channels",
+                                  "FX",
+                                  "Output Volume",
+                                  "Left Filter Order",
+                                  "Right Filter Order" };
+    const int steps[] = { 0, 17, 0, 2, 5, 0, 0, 17, 0, 2, 5, 0, 0, 2, 0, 0, 2, 2 };
+    const float defaults[] = { 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0.5f, 0, 0 };
+    for (int i = 0; i < 18; ++i)
+    {
+        auto* p = list[i];
+        EXPECT_EQ (p->getName (100), juce::String (names[i]));
+        EXPECT_EQ (p->isDiscrete(), steps[i] > 0) << i;
+        if (steps[i] > 0)
+        {
+            EXPECT_EQ (p->getNumSteps(), steps[i]) << i;
+        }
+        EXPECT_EQ (p->getDefaultValue(), defaults[i]) << i;
+        EXPECT_EQ (p->getValue(), plugin->getPreset (0)->getValue (i))
+            << "the first preset is applied at start";
+    }
+}
+
+TEST (VantriceParameters, HostWritesDoNotComeBackWhileEditorMovesAndGesturesDo)
+{
+    PluginHarness plugin;
+    HostSpy spy;
+    auto* host = plugin->getParameters()[0];
+    host->addListener (&spy);
+
+    host->setValue (0.25f);
+    EXPECT_EQ (spy.valueChanges, 0) << "the host's own write is not sent back";
+    EXPECT_EQ (plugin->getParameterManager().getNormalizedValue (0), 0.25f);
+    EXPECT_EQ (plugin->getVantriceCore()->getRawValue (0), 0.25);
+
+    setParameter (*plugin, 0, 0.5f);
+    EXPECT_EQ (spy.valueChanges, 1) << "a knob movement reaches the host";
+    setParameter (*plugin, 0, 0.5f);
+    EXPECT_EQ (spy.valueChanges, 1) << "an unchanged value tells nobody";
+
+    auto* p = plugin->getParameterManager().getParameter (0);
+    for (auto* l : p->getImmediateListeners())
+        l->parameterGestureBegan (p);
+    for (auto* l : p->getImmediateListeners())
+        l->parameterGestureEnded (p);
+    EXPECT_EQ (spy.gestureStarts, 1);
+    EXPECT_EQ (spy.gestureEnds, 1);
+    host->removeListener (&spy);
+}
+
+TEST (VantriceParameters, TypedTextIsTheExactInverseOfTheDisplay)
+{
+    PluginHarness plugin;
+    setParameter (*plugin, 13, 0.0f);
+    for (int index = 0; index < 18; ++index)
+    {
+        auto* host = plugin->getParameters()[index];
+        for (int k = 0; k <= 400; ++k)
+        {
+            const float v = (float) k / 400.0f;
+            const auto text = host->getText (v, 100);
+            const float back = host->getValueForText (text);
+            EXPECT_EQ (host->getText (back, 100), text) << "parameter " << index << " at " << v;
+        }
+    }
+}
+
+TEST (VantriceParameters, TypedTextInUnits)
+{
+    PluginHarness plugin;
+    setParameter (*plugin, 13, 0.0f);
+    struct Case
+    {
+        int index;
+        const char* text;
+        const char* shown;
+    };
+    const Case cases[] = { { 1, "8 bits", "8 bits" },
+                           { 1, "Quant. Off", "Quant. Off" },
+                           { 2, "8000Hz", "8000Hz" },
+                           { 0, "+6.0dB", "+6.0dB" },
+                           { 15, "-Inf.", "-Inf." },
+                           { 15, "+6.0dB", "+6.0dB" },
+                           { 4, "LP", "LP" },
+                           { 13, "On", "On" },
+                           { 14, "25/75% (Dry/Wet)", "25/75% (Dry/Wet)" },
+                           { 16, "Pre", "Pre" },
+                           { 5, "1000Hz", "1000Hz" },
+                           { 6, "50%", "50%" } };
+    for (const auto& c : cases)
+    {
+        auto* host = plugin->getParameters()[c.index];
+        EXPECT_EQ (host->getText (host->getValueForText (c.text), 100), juce::String (c.shown)) << c.text;
+    }
+
+    auto* bits = plugin->getParameters()[1];
+    const float before = bits->getValue();
+    EXPECT_EQ (bits->getValueForText ("nonsense"), before) << "text of no value keeps the value";
+}
