@@ -81,6 +81,7 @@ public:
     // controller to the learn step. Other messages are ignored.
     void handleMidiMessage (const juce::MidiMessage& message);
 
+    // On the message thread, which is also where the asynchronous notifications walk the list.
     void addListener (Listener* listener);
     void removeListener (Listener* listener);
 
