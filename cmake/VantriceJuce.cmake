@@ -21,7 +21,6 @@ target_link_libraries(vantrice_juce
 target_compile_definitions(vantrice_juce
     PUBLIC
         JUCE_GLOBAL_MODULE_SETTINGS_INCLUDED=1
-        JUCE_STANDALONE_APPLICATION=0
         JUCE_DISPLAY_SPLASH_SCREEN=0
         JUCE_REPORT_APP_USAGE=0
         JUCE_WEB_BROWSER=0
@@ -31,7 +30,8 @@ target_compile_definitions(vantrice_juce
         JUCE_PLUGINHOST_VST3=1
         JUCE_PLUGINHOST_LV2=1
         JUCE_MODAL_LOOPS_PERMITTED=1  # tests pump the message loop; the code itself runs no modal loop
-        JUCE_SILENCE_XCODE_15_LINKER_WARNING=1)
+        JUCE_SILENCE_XCODE_15_LINKER_WARNING=1
+        JUCE_JACK_CLIENT_NAME="Vantrice")
 
 target_include_directories(vantrice_juce INTERFACE
     $<TARGET_PROPERTY:vantrice_juce,INCLUDE_DIRECTORIES>)
