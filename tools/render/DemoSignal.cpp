@@ -1,0 +1,125 @@
+#include "DemoSignal.h"
+
+#include <cmath>
+
+namespace
+{
+constexpr double twoPi = juce::MathConstants<double>::twoPi;
+
+// A chord per bar, as MIDI note numbers: A minor, F major, C major, G major.
+constexpr int chords[DemoSignal::numBars][3] = { { 57, 60, 64 },
+                                                 { 53, 57, 60 },
+                                                 { 55, 60, 64 },
+                                                 { 55, 59, 62 } };
+
+// Peak level of the finished loop, a little below full scale so that the preamp has room to clip it.
+constexpr float targetPeak = 0.8f;
+
+double noteHz (int note) { return 440.0 * std::pow (2.0, (note - 69) / 12.0); }
+
+/** Adds a kick: a sine falling from 150 Hz to 50 Hz under a quick decay. */
+void addKick (juce::AudioBuffer<float>& out, int start, double rate)
+{
+    const int length = juce::jmin ((int) (0.35 * rate), out.getNumSamples() - start);
+    double phase = 0.0;
+    for (int i = 0; i < length; ++i)
+    {
+        const double t = i / rate;
+        const double hz = 50.0 + 100.0 * std::exp (-t * 30.0);
+        phase += twoPi * hz / rate;
+        const auto v = (float) (0.9 * std::sin (phase) * std::exp (-t * 9.0));
+        for (int c = 0; c < out.getNumChannels(); ++c)
+            out.addSample (c, start + i, v);
+    }
+}
+
+/** Adds a snare: a 180 Hz body and a burst of noise, the noise a little wider in the stereo field. */
+void addSnare (juce::AudioBuffer<float>& out, int start, double rate, juce::Random& random)
+{
+    const int length = juce::jmin ((int) (0.25 * rate), out.getNumSamples() - start);
+    for (int i = 0; i < length; ++i)
+    {
+        const double t = i / rate;
+        const double body = 0.35 * std::sin (twoPi * 180.0 * t) * std::exp (-t * 25.0);
+        const double decay = std::exp (-t * 16.0);
+        const double left = body + 0.45 * (random.nextDouble() * 2.0 - 1.0) * decay;
+        const double right = body + 0.45 * (random.nextDouble() * 2.0 - 1.0) * decay;
+        out.addSample (0, start + i, (float) left);
+        if (out.getNumChannels() > 1)
+            out.addSample (1, start + i, (float) right);
+    }
+}
+
+/** Adds a closed hat: noise through a first-order high-pass, very short. */
+void addHat (juce::AudioBuffer<float>& out, int start, double rate, juce::Random& random, float pan)
+{
+    const int length = juce::jmin ((int) (0.06 * rate), out.getNumSamples() - start);
+    double previousIn = 0.0, previousOut = 0.0;
+    const double pole = std::exp (-twoPi * 7000.0 / rate); // hats live above 7 kHz
+    for (int i = 0; i < length; ++i)
+    {
+        const double t = i / rate;
+        const double x = random.nextDouble() * 2.0 - 1.0;
+        const double y = pole * (previousOut + x - previousIn);
+        previousIn = x;
+        previousOut = y;
+        const double v = 0.25 * y * std::exp (-t * 70.0);
+        out.addSample (0, start + i, (float) (v * (1.0 - pan)));
+        if (out.getNumChannels() > 1)
+            out.addSample (1, start + i, (float) (v * (1.0 + pan)));
+    }
+}
+
+/** Adds a chord of soft saw-like tones (five harmonics), slightly detuned between left and right. */
+void addChord (juce::AudioBuffer<float>& out, int start, int length, const int (&notes)[3], double rate)
+{
+    length = juce::jmin (length, out.getNumSamples() - start);
+    const double fade = 0.02 * rate; // 20 ms edges keep the chord changes free of clicks
+    for (int i = 0; i < length; ++i)
+    {
+        const double envelope = juce::jmin (1.0, i / fade, (length - i) / fade);
+        for (int c = 0; c < out.getNumChannels(); ++c)
+        {
+            const double detune = c == 0 ? 0.999 : 1.001;
+            double v = 0.0;
+            for (int note : notes)
+            {
+                const double hz = noteHz (note) * detune;
+                for (int h = 1; h <= 5; ++h)
+                    v += std::sin (twoPi * hz * h * i / rate) / h;
+            }
+            out.addSample (c, start + i, (float) (0.05 * envelope * v));
+        }
+    }
+}
+} // namespace
+
+juce::AudioBuffer<float> DemoSignal::create (double sampleRate)
+{
+    const double beat = 60.0 / tempoBpm;
+    const int numSamples = (int) std::lround (getDurationSeconds() * sampleRate);
+    juce::AudioBuffer<float> out (2, numSamples);
+    out.clear();
+
+    juce::Random snareNoise (1), hatNoise (2);
+    auto at = [&] (double beats) { return (int) std::lround (beats * beat * sampleRate); };
+
+    for (int bar = 0; bar < numBars; ++bar)
+    {
+        const double first = bar * 4.0;
+        addChord (out, at (first), at (4.0), chords[bar], sampleRate);
+        addKick (out, at (first), sampleRate);
+        addKick (out, at (first + 2.0), sampleRate);
+        if (bar == numBars - 1)
+            addKick (out, at (first + 2.5), sampleRate);
+        addSnare (out, at (first + 1.0), sampleRate, snareNoise);
+        addSnare (out, at (first + 3.0), sampleRate, snareNoise);
+        for (int eighth = 0; eighth < 8; ++eighth)
+            addHat (out, at (first + eighth * 0.5), sampleRate, hatNoise, eighth % 2 == 0 ? -0.3f : 0.3f);
+    }
+
+    const float peak = out.getMagnitude (0, numSamples);
+    if (peak > 0.0f)
+        out.applyGain (targetPeak / peak);
+    return out;
+}

@@ -1,0 +1,157 @@
+#include "RenderCommand.h"
+
+#include "DemoSignal.h"
+#include "RenderError.h"
+#include "RenderOptions.h"
+#include "RenderOutput.h"
+#include "RenderPlot.h"
+#include "RenderProgress.h"
+#include "RenderSummary.h"
+#include "Renderer.h"
+
+#include <juce_audio_formats/juce_audio_formats.h>
+
+namespace
+{
+struct Audio
+{
+    juce::AudioBuffer<float> buffer;
+    double sampleRate = 0.0;
+};
+
+Audio readAudio (const juce::File& file)
+{
+    const auto name = "'" + file.getFullPathName() + "'";
+    if (file.isDirectory())
+        throw RenderError (RenderError::inputFile, "input " + name + " is a directory");
+    if (!file.existsAsFile())
+        throw RenderError (RenderError::inputFile, "cannot find input file " + name);
+
+    juce::AudioFormatManager formats;
+    formats.registerBasicFormats();
+    std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
+    if (reader == nullptr)
+        throw RenderError (RenderError::inputFile, "cannot read " + name + ": not a "
+                                                       + formats.getWildcardForAllFormats() + " audio file");
+
+    if (reader->numChannels < 1 || reader->numChannels > 2)
+        throw RenderError (RenderError::inputFile, "input " + name + " has "
+                                                       + juce::String (reader->numChannels)
+                                                       + " channels; only mono and stereo are supported");
+    Renderer::checkSampleRate (reader->sampleRate);
+    if (reader->lengthInSamples > std::numeric_limits<int>::max())
+        throw RenderError (RenderError::inputFile, "input " + name + " is too long to render in one piece");
+
+    Audio audio;
+    audio.sampleRate = reader->sampleRate;
+    const int length = (int) reader->lengthInSamples;
+    audio.buffer.setSize ((int) reader->numChannels, length);
+    if (!reader->read (&audio.buffer, 0, length, 0, true, true))
+        throw RenderError (RenderError::inputFile, "cannot read the samples of " + name);
+    return audio;
+}
+
+void applySettings (Renderer& renderer, const RenderOptions& options)
+{
+    if (options.stateFile != juce::File())
+        renderer.restoreStateFile (options.stateFile);
+    if (options.midiMapFile != juce::File())
+        renderer.loadMidiMapFile (options.midiMapFile);
+    if (options.bankFile != juce::File())
+        renderer.loadBankFile (options.bankFile);
+    if (options.presetName.isNotEmpty())
+        renderer.selectPreset (options.presetName);
+    if (options.presetFile != juce::File())
+        renderer.loadPresetFile (options.presetFile);
+    for (const auto& [name, value] : options.parameters)
+        renderer.setParameter (name, value);
+}
+
+int execute (const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+             bool errIsTerminal)
+{
+    const auto options = RenderOptions::parse (arguments);
+    if (options.textToPrint.isNotEmpty())
+    {
+        out << options.textToPrint << std::flush;
+        return 0;
+    }
+
+    Renderer renderer;
+    applySettings (renderer, options);
+    if (options.listPresets)
+    {
+        out << renderer.getPresetList() << std::flush;
+        return 0;
+    }
+
+    // Everything that can be refused is refused before the work starts.
+    Audio input;
+    if (options.rendersDemo())
+    {
+        input.sampleRate = DemoSignal::defaultSampleRate;
+        input.buffer = DemoSignal::create (input.sampleRate);
+    }
+    else
+    {
+        input = readAudio (options.input);
+    }
+    const auto midi = options.midiFile != juce::File()
+                          ? MidiTimeline::fromFile (options.midiFile, input.sampleRate)
+                          : MidiTimeline();
+
+    std::vector<std::unique_ptr<RenderOutput>> outputs;
+    for (const auto& file : options.getOutputFiles())
+        outputs.push_back (std::make_unique<RenderOutput> (file));
+    auto& audioOutput = *outputs.front();
+
+    const auto preset = renderer.getPresetDescription();
+    RenderProgress progress (err, errIsTerminal
+                                      && input.buffer.getNumSamples()
+                                             >= RenderProgress::minimumSeconds * input.sampleRate);
+    const auto result = renderer.render (input.buffer, input.sampleRate, options.blockSize, midi,
+                                         options.compensate, [&progress] (double f) { progress.update (f); });
+    progress.finish();
+
+    // MIDI program changes may have moved on to another preset.
+    const auto presetAtEnd = renderer.getPresetDescription();
+    const auto presets = presetAtEnd == preset ? preset : preset + ", at the end " + presetAtEnd;
+
+    audioOutput.writeAudio (result.output, result.sampleRate, options.bitDepth);
+    for (auto& o : outputs)
+    {
+        if (o->getTarget() == options.saveStateFile)
+            o->writeData (renderer.getState());
+        else if (o->getTarget() == options.plotFile)
+            o->writePng (RenderPlot::draw (
+                input.buffer, result.output, result.sampleRate,
+                (options.rendersDemo() ? juce::String ("demo") : options.input.getFileName()) + " through "
+                    + presets));
+    }
+    for (auto& o : outputs)
+        o->commit();
+
+    if (!options.quiet)
+        out << RenderSummary (input.buffer, result, presets, options.blockSize).toText() << std::flush;
+    return 0;
+}
+} // namespace
+
+int RenderCommand::run (const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
+                        bool errIsTerminal)
+{
+    try
+    {
+        return execute (arguments, out, err, errIsTerminal);
+    }
+    catch (const RenderError& e)
+    {
+        err << "vantrice-render: " << e.what() << std::endl;
+        return e.getCode();
+    }
+    catch (const std::exception& e)
+    {
+        err << "vantrice-render: internal error: " << e.what() << std::endl;
+        return 1;
+    }
+}

@@ -1,0 +1,7 @@
+#include "RenderError.h"
+
+RenderError::RenderError (Code codeToUse, const juce::String& message)
+    : std::runtime_error (message.toStdString())
+    , code (codeToUse)
+{
+}

@@ -1,0 +1,18 @@
+#include "RenderCommand.h"
+
+#include <juce_events/juce_events.h>
+
+#include <cstdio>
+#include <iostream>
+#include <unistd.h>
+
+int main (int argc, char** argv)
+{
+    const std::vector<std::string> arguments (argv + 1, argv + argc);
+    const int code = RenderCommand::run (arguments, std::cout, std::cerr, isatty (fileno (stderr)) != 0);
+
+    // No message loop runs here (it would take over Ctrl-C), so JUCE's singletons, such as the font
+    // cache of the plot, are released by hand.
+    juce::DeletedAtShutdown::deleteAll();
+    return code;
+}
