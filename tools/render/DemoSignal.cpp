@@ -1,6 +1,7 @@
 #include "DemoSignal.h"
 
 #include <cmath>
+#include <vector>
 
 namespace
 {
@@ -70,23 +71,41 @@ void addHat (juce::AudioBuffer<float>& out, int start, double rate, juce::Random
     }
 }
 
-/** Adds a chord of soft saw-like tones (five harmonics), slightly detuned between left and right. */
-void addChord (juce::AudioBuffer<float>& out, int start, int length, const int (&notes)[3], double rate)
+/** One period of a soft saw-like tone: five harmonics falling as 1/h, with a closing copy of the first
+    point for interpolation. */
+std::vector<double> chordWave()
+{
+    constexpr int size = 4096; // fine enough that linear interpolation adds no audible error
+    std::vector<double> wave ((size_t) size + 1);
+    for (int i = 0; i <= size; ++i)
+        for (int h = 1; h <= 5; ++h)
+            wave[(size_t) i] += std::sin (twoPi * h * i / size) / h;
+    return wave;
+}
+
+/** Adds a chord of the tone above, slightly detuned between left and right. */
+void addChord (juce::AudioBuffer<float>& out, int start, int length, const int (&notes)[3], double rate,
+               const std::vector<double>& wave)
 {
     length = juce::jmin (length, out.getNumSamples() - start);
     const double fade = 0.02 * rate; // 20 ms edges keep the chord changes free of clicks
-    for (int i = 0; i < length; ++i)
+    const double size = (double) wave.size() - 1.0;
+    for (int c = 0; c < out.getNumChannels(); ++c)
     {
-        const double envelope = juce::jmin (1.0, i / fade, (length - i) / fade);
-        for (int c = 0; c < out.getNumChannels(); ++c)
+        const double detune = c == 0 ? 0.999 : 1.001;
+        double phases[3] = {};
+        for (int i = 0; i < length; ++i)
         {
-            const double detune = c == 0 ? 0.999 : 1.001;
+            const double envelope = juce::jmin (1.0, i / fade, (length - i) / fade);
             double v = 0.0;
-            for (int note : notes)
+            for (int n = 0; n < 3; ++n)
             {
-                const double hz = noteHz (note) * detune;
-                for (int h = 1; h <= 5; ++h)
-                    v += std::sin (twoPi * hz * h * i / rate) / h;
+                const double position = phases[n] * size;
+                const int index = (int) position;
+                const double f = position - index;
+                v += wave[(size_t) index] * (1.0 - f) + wave[(size_t) index + 1] * f;
+                phases[n] += noteHz (notes[n]) * detune / rate;
+                phases[n] -= std::floor (phases[n]);
             }
             out.addSample (c, start + i, (float) (0.05 * envelope * v));
         }
@@ -102,12 +121,13 @@ juce::AudioBuffer<float> DemoSignal::create (double sampleRate)
     out.clear();
 
     juce::Random snareNoise (1), hatNoise (2);
+    const auto wave = chordWave();
     auto at = [&] (double beats) { return (int) std::lround (beats * beat * sampleRate); };
 
     for (int bar = 0; bar < numBars; ++bar)
     {
         const double first = bar * 4.0;
-        addChord (out, at (first), at (4.0), chords[bar], sampleRate);
+        addChord (out, at (first), at (4.0), chords[bar], sampleRate, wave);
         addKick (out, at (first), sampleRate);
         addKick (out, at (first + 2.0), sampleRate);
         if (bar == numBars - 1)

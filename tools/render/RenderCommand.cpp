@@ -31,8 +31,14 @@ Audio readAudio (const juce::File& file)
     formats.registerBasicFormats();
     std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (file));
     if (reader == nullptr)
-        throw RenderError (RenderError::inputFile, "cannot read " + name + ": not a "
-                                                       + formats.getWildcardForAllFormats() + " audio file");
+    {
+        juce::StringArray known;
+        for (auto* format : formats)
+            known.add (format->getFormatName());
+        throw RenderError (RenderError::inputFile, "cannot read " + name
+                                                       + ": not an audio file of a known format ("
+                                                       + known.joinIntoString (", ") + ")");
+    }
 
     if (reader->numChannels < 1 || reader->numChannels > 2)
         throw RenderError (RenderError::inputFile, "input " + name + " has "

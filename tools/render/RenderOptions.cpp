@@ -96,20 +96,18 @@ RenderOptions RenderOptions::parse (const std::vector<std::string>& arguments)
         throw RenderError (RenderError::usage,
                            "--bit-depth must be 16, 24 or 32, not " + juce::String (options.bitDepth));
 
-    if (!state.empty())
-        options.stateFile = fileFromArgument (state, "--state");
-    if (!midiMap.empty())
-        options.midiMapFile = fileFromArgument (midiMap, "--midi-map");
-    if (!bank.empty())
-        options.bankFile = fileFromArgument (bank, "--bank");
-    if (!presetFile.empty())
-        options.presetFile = fileFromArgument (presetFile, "--preset-file");
-    if (!midi.empty())
-        options.midiFile = fileFromArgument (midi, "--midi");
-    if (!saveState.empty())
-        options.saveStateFile = fileFromArgument (saveState, "--save-state");
-    if (!plot.empty())
-        options.plotFile = fileFromArgument (plot, "--plot");
+    auto fileOption = [&app] (const char* name, const std::string& path, juce::File& target)
+    {
+        if (app.count (name) > 0)
+            target = fileFromArgument (path, name);
+    };
+    fileOption ("--state", state, options.stateFile);
+    fileOption ("--midi-map", midiMap, options.midiMapFile);
+    fileOption ("--bank", bank, options.bankFile);
+    fileOption ("--preset-file", presetFile, options.presetFile);
+    fileOption ("--midi", midi, options.midiFile);
+    fileOption ("--save-state", saveState, options.saveStateFile);
+    fileOption ("--plot", plot, options.plotFile);
 
     options.presetName = juce::String (preset).trim();
     if (app.count ("--preset") > 0 && options.presetName.isEmpty())

@@ -1,0 +1,436 @@
+#include "DemoSignal.h"
+#include "RenderPlot.h"
+#include "RenderTestFolder.h"
+#include "Renderer.h"
+
+#include "support/PluginHarness.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+juce::AudioBuffer<float> sine (int numChannels, int numSamples, double hz, double amplitude, double rate)
+{
+    juce::AudioBuffer<float> buffer (numChannels, numSamples);
+    for (int c = 0; c < numChannels; ++c)
+        for (int i = 0; i < numSamples; ++i)
+            buffer.setSample (
+                c, i, (float) (amplitude * std::sin (juce::MathConstants<double>::twoPi * hz * i / rate)));
+    return buffer;
+}
+
+bool identical (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
+{
+    if (a.getNumChannels() != b.getNumChannels() || a.getNumSamples() != b.getNumSamples())
+        return false;
+    for (int c = 0; c < a.getNumChannels(); ++c)
+        for (int i = 0; i < a.getNumSamples(); ++i)
+            if (a.getSample (c, i) != b.getSample (c, i))
+                return false;
+    return true;
+}
+
+/** The names, sizes and contents of every file in the folder. */
+juce::String snapshot (const RenderTestFolder& folder)
+{
+    juce::String text;
+    for (const auto& name : folder.listFiles())
+    {
+        const auto f = folder.file (name);
+        text << name << " " << f.getSize() << " "
+             << (f.existsAsFile() ? juce::String (f.loadFileAsString().hashCode64()) : juce::String ("dir"))
+             << "\n";
+    }
+    return text;
+}
+
+/** The inputs every error case may refer to. */
+void writeFixtures (const RenderTestFolder& folder)
+{
+    folder.writeWav ("in.wav", sine (2, 2205, 441.0, 0.5, 44100.0), 44100.0);
+    folder.writeWav ("six.wav", sine (6, 100, 441.0, 0.5, 44100.0), 44100.0);
+    folder.writeWav ("low.wav", sine (1, 100, 441.0, 0.5, 11025.0), 11025.0);
+    folder.writeText ("text.wav", "not audio at all");
+    folder.writeText ("text.bin", "not a chunk at all");
+    folder.writeText ("notxml.vtprsb", "<<< not xml");
+    folder.writeText ("other.xml", "<Something application=\"Vantrice\"/>");
+    folder.writeText ("corrupt.mid", "MThd but then nothing that makes sense");
+    folder.file ("folder.wav").createDirectory();
+
+    juce::MemoryBlock otherState;
+    juce::AudioProcessor::copyXmlToBinary (juce::XmlElement ("PluginState"), otherState);
+    folder.writeData ("other.state", otherState);
+}
+
+struct ErrorCase
+{
+    const char* name;
+    std::vector<std::string> arguments;
+    int code;
+    const char* message; // a part of the one line on stderr
+};
+
+std::ostream& operator<< (std::ostream& s, const ErrorCase& c) { return s << c.name; }
+
+class RenderCommandErrors : public ::testing::TestWithParam<ErrorCase>
+{
+};
+
+TEST_P (RenderCommandErrors, OneLineAnExitCodeAndNoFileWritten)
+{
+    const auto& c = GetParam();
+    RenderTestFolder folder;
+    writeFixtures (folder);
+    const auto before = snapshot (folder);
+
+    const auto run = folder.run (c.arguments);
+
+    EXPECT_EQ (run.code, c.code);
+    EXPECT_TRUE (run.out.empty()) << run.out;
+    const juce::String err (run.err);
+    EXPECT_TRUE (err.startsWith ("vantrice-render: ")) << run.err;
+    EXPECT_EQ (err.indexOfChar ('\n'), err.length() - 1) << "more than one line: " << run.err;
+    EXPECT_TRUE (err.contains (c.message)) << run.err;
+    EXPECT_EQ (snapshot (folder), before);
+}
+
+INSTANTIATE_TEST_SUITE_P (
+    Table, RenderCommandErrors,
+    ::testing::Values (
+        ErrorCase{ "NoFiles", {}, 2, "no output file given" },
+        ErrorCase{ "UnknownOption", { "--frobnicate", "out.wav" }, 2, "--frobnicate" },
+        ErrorCase{ "BlockZero", { "--block", "0", "out.wav" }, 2, "--block must be 1 to 65536, not 0" },
+        ErrorCase{ "BlockTooLarge", { "--block", "65537", "out.wav" }, 2, "--block must be 1 to 65536" },
+        ErrorCase{ "BlockNotANumber", { "--block", "many", "out.wav" }, 2, "--block" },
+        ErrorCase{ "BitDepth", { "--bit-depth", "12", "out.wav" }, 2, "--bit-depth must be 16, 24 or 32" },
+        ErrorCase{ "ThreeFiles", { "in.wav", "b.wav", "out.wav" }, 2, "too many files" },
+        ErrorCase{ "OutputNotWav", { "in.wav", "out.mp3" }, 2, "extension .wav" },
+        ErrorCase{ "PlotNotPng", { "--plot", "plot.jpg", "out.wav" }, 2, "extension .png" },
+        ErrorCase{ "ParamWithoutValue", { "--param", "FX", "out.wav" }, 2, "--param wants NAME=VALUE" },
+        ErrorCase{ "OutputIsInput", { "in.wav", "in.wav" }, 2, "refusing to overwrite the input file" },
+        ErrorCase{ "OutputIsInputByAnotherPath",
+                   { "in.wav", "./sub/../in.wav" },
+                   2,
+                   "refusing to overwrite" },
+        ErrorCase{ "StateOverInput",
+                   { "in.wav", "out.wav", "--save-state", "in.wav" },
+                   2,
+                   "refusing to overwrite" },
+        ErrorCase{ "SameOutputTwice",
+                   { "in.wav", "out.wav", "--save-state", "out.wav" },
+                   2,
+                   "two different outputs" },
+        ErrorCase{ "MissingInput", { "missing.wav", "out.wav" }, 3, "cannot find input file" },
+        ErrorCase{ "InputIsAFolder", { "folder.wav", "out.wav" }, 3, "is a directory" },
+        ErrorCase{ "InputNotAudio", { "text.wav", "out.wav" }, 3, "not an audio file of a known format" },
+        ErrorCase{ "SixChannels", { "six.wav", "out.wav" }, 3, "has 6 channels; only mono and stereo" },
+        ErrorCase{ "UnsupportedRate", { "low.wav", "out.wav" }, 3, "11025 Hz is not supported" },
+        ErrorCase{ "MissingState", { "--state", "none.state", "out.wav" }, 3, "cannot find state file" },
+        ErrorCase{ "MissingMidi", { "--midi", "none.mid", "out.wav" }, 3, "cannot find MIDI file" },
+        ErrorCase{ "MissingBank", { "--bank", "none.vtprsb", "out.wav" }, 3, "cannot find bank file" },
+        ErrorCase{ "UnknownPreset",
+                   { "--preset", "MPC60", "out.wav" },
+                   4,
+                   "unknown preset 'MPC60'; did you mean 'MPC 60'?" },
+        ErrorCase{ "UnknownParameter",
+                   { "--param", "Left Bit=8 bits", "out.wav" },
+                   4,
+                   "unknown parameter 'Left Bit'; did you mean 'Left Bits'?" },
+        ErrorCase{ "ValueOutOfRange",
+                   { "--param", "FX=1.5", "out.wav" },
+                   4,
+                   "value 1.5 for 'FX' is out of range" },
+        ErrorCase{ "ValueNegative", { "--param", "Preamp=-0.1", "out.wav" }, 4, "out of range" },
+        ErrorCase{ "ValueUnparsable",
+                   { "--param", "Left Bits=lots", "out.wav" },
+                   4,
+                   "'Left Bits' has no value 'lots'" },
+        ErrorCase{ "ValueNotExact", { "--param", "Left Bits=8 bit", "out.wav" }, 4, "such as '8 bits'" },
+        ErrorCase{ "RightWhileLinked",
+                   { "--param", "Right Bits=8 bits", "out.wav" },
+                   4,
+                   "Link Channels=Off" },
+        ErrorCase{ "CorruptState", { "--state", "text.bin", "out.wav" }, 5, "is not a host state chunk" },
+        ErrorCase{ "StateOfAnotherPlugin",
+                   { "--state", "other.state", "out.wav" },
+                   5,
+                   "not a Vantrice state" },
+        ErrorCase{ "CorruptMidi",
+                   { "in.wav", "--midi", "corrupt.mid", "out.wav" },
+                   5,
+                   "not a valid standard MIDI file" },
+        ErrorCase{ "BankNotXml", { "--bank", "notxml.vtprsb", "out.wav" }, 5, "is not a valid XML document" },
+        ErrorCase{ "NotABank", { "--bank", "other.xml", "out.wav" }, 5, "is not a Vantrice bank" },
+        ErrorCase{ "NotAPreset", { "--preset-file", "other.xml", "out.wav" }, 5, "is not a Vantrice preset" },
+        ErrorCase{ "NotAMidiMap", { "--midi-map", "other.xml", "out.wav" }, 5, "is not a Vantrice MIDI map" },
+        ErrorCase{ "OutputFolderMissing", { "in.wav", "nowhere/out.wav" }, 6, "doesn't exist" },
+        ErrorCase{ "OutputIsAFolder", { "in.wav", "folder.wav" }, 6, "it is a directory" },
+        ErrorCase{ "PlotFolderMissing",
+                   { "in.wav", "out.wav", "--plot", "nowhere/plot.png" },
+                   6,
+                   "doesn't exist" },
+        ErrorCase{ "StateFolderMissing",
+                   { "out.wav", "--save-state", "nowhere/s.state" },
+                   6,
+                   "doesn't exist" }),
+    [] (const ::testing::TestParamInfo<ErrorCase>& param) { return std::string (param.param.name); });
+
+TEST (RenderCommand, HelpGoesToStdoutAndSucceeds)
+{
+    RenderTestFolder folder;
+    const auto run = folder.run ({ "--help" });
+    EXPECT_EQ (run.code, 0);
+    EXPECT_TRUE (run.err.empty());
+    for (const char* option :
+         { "--state", "--midi-map", "--bank", "--preset", "--preset-file", "--param", "--midi", "--block",
+           "--bit-depth", "--compensate", "--save-state", "--plot", "--list-presets", "--quiet" })
+        EXPECT_NE (run.out.find (option), std::string::npos) << option;
+}
+
+TEST (RenderCommand, DemoRendersWithoutAnInputFile)
+{
+    RenderTestFolder folder;
+    const auto run = folder.run ({ "-q", "demo.wav" });
+    ASSERT_EQ (run.code, 0) << run.err;
+    EXPECT_TRUE (run.out.empty());
+
+    double rate = 0.0;
+    const auto written = folder.readAudio ("demo.wav", &rate);
+    EXPECT_EQ (rate, DemoSignal::defaultSampleRate);
+
+    Renderer renderer;
+    const auto expected = renderer.render (DemoSignal::create(), DemoSignal::defaultSampleRate).output;
+    EXPECT_EQ (written.getNumChannels(), 2);
+    EXPECT_EQ (written.getNumSamples(), 8 * 44100);
+    EXPECT_TRUE (identical (written, expected));
+    EXPECT_EQ (folder.listFiles(), juce::StringArray ("demo.wav"));
+}
+
+TEST (RenderCommand, WritesWhatTheProcessorGives)
+{
+    RenderTestFolder folder;
+    const auto input = sine (2, 3000, 441.0, 0.5, 44100.0);
+    folder.writeWav ("in.wav", input, 44100.0);
+    folder.writeWav ("out.wav", sine (1, 10, 1.0, 0.1, 44100.0), 44100.0); // replaced, not appended to
+
+    const auto run = folder.run ({ "in.wav", "out.wav", "--preset", "dist'n'crush", "--param",
+                                   "Output Volume=-3.0dB", "--block", "7", "--quiet" });
+    ASSERT_EQ (run.code, 0) << run.err;
+
+    PluginHarness reference;
+    for (int i = 0; i < reference->getNumPresets(); ++i)
+        if (reference->getPresetName (i) == "Dist'n'Crush")
+            reference->programChange (i);
+    auto* volume = reference->getParameters()[15];
+    volume->setValue (volume->getValueForText ("-3.0dB"));
+    reference->setPlayConfigDetails (2, 2, 44100.0, input.getNumSamples());
+    reference->prepareToPlay (44100.0, input.getNumSamples());
+    auto expected = input;
+    juce::MidiBuffer noMidi;
+    reference->processBlock (expected, noMidi);
+
+    EXPECT_TRUE (identical (folder.readAudio ("out.wav"), expected));
+    EXPECT_EQ (folder.listFiles(), juce::StringArray ("in.wav", "out.wav"));
+}
+
+struct DepthCase
+{
+    int bits;
+    bool floatingPoint;
+};
+
+class RenderCommandBitDepth : public ::testing::TestWithParam<DepthCase>
+{
+};
+
+TEST_P (RenderCommandBitDepth, WritesTheSampleFormatAsked)
+{
+    RenderTestFolder folder;
+    folder.writeWav ("in.wav", sine (1, 500, 441.0, 0.5, 48000.0), 48000.0);
+    const auto run =
+        folder.run ({ "in.wav", "out.wav", "-q", "--bit-depth", std::to_string (GetParam().bits) });
+    ASSERT_EQ (run.code, 0) << run.err;
+
+    juce::AudioFormatManager formats;
+    formats.registerBasicFormats();
+    std::unique_ptr<juce::AudioFormatReader> reader (formats.createReaderFor (folder.file ("out.wav")));
+    ASSERT_NE (reader, nullptr);
+    EXPECT_EQ ((int) reader->bitsPerSample, GetParam().bits);
+    EXPECT_EQ (reader->usesFloatingPointData, GetParam().floatingPoint);
+    EXPECT_EQ (reader->sampleRate, 48000.0);
+    EXPECT_EQ (reader->numChannels, 1u);
+    EXPECT_EQ (reader->lengthInSamples, 500);
+}
+
+INSTANTIATE_TEST_SUITE_P (Table, RenderCommandBitDepth,
+                          ::testing::Values (DepthCase{ 16, false }, DepthCase{ 24, false },
+                                             DepthCase{ 32, true }));
+
+struct SummaryCase
+{
+    const char* name;
+    bool square; // else a sine of half scale
+    const char* levels;
+};
+
+std::ostream& operator<< (std::ostream& s, const SummaryCase& c) { return s << c.name; }
+
+class RenderCommandSummary : public ::testing::TestWithParam<SummaryCase>
+{
+};
+
+TEST_P (RenderCommandSummary, FiguresOfAKnownSignal)
+{
+    const auto& c = GetParam();
+    RenderTestFolder folder;
+
+    // One second of 441 Hz: a whole number of periods, with the sine's crest on a sample.
+    juce::AudioBuffer<float> input (1, 44100);
+    for (int i = 0; i < input.getNumSamples(); ++i)
+        input.setSample (0, i,
+                         c.square
+                             ? (i % 100 < 50 ? 1.0f : -1.0f)
+                             : (float) (0.5 * std::sin (juce::MathConstants<double>::twoPi * i / 100.0)));
+    folder.writeWav ("in.wav", input, 44100.0);
+
+    // Dry at unity gain and lined up, the output is the input.
+    const auto run = folder.run (
+        { "in.wav", "out.wav", "--param", "FX=0", "--param", "Output Volume=0.5", "--compensate" });
+    ASSERT_EQ (run.code, 0) << run.err;
+
+    const juce::String out (run.out);
+    EXPECT_TRUE (out.contains ("duration     1.000 s, 44100 samples, mono")) << out;
+    EXPECT_TRUE (out.contains ("sample rate  44100 Hz, blocks of 512")) << out;
+    EXPECT_TRUE (out.contains ("preset       MPC 60 (edited)")) << out;
+    EXPECT_TRUE (out.contains ("latency      21 samples (0.48 ms), compensated")) << out;
+    EXPECT_TRUE (out.contains (juce::String ("input        ") + c.levels)) << out;
+    EXPECT_TRUE (out.contains (juce::String ("output       ") + c.levels)) << out;
+    EXPECT_TRUE (out.contains ("x real time")) << out;
+}
+
+INSTANTIATE_TEST_SUITE_P (
+    Table, RenderCommandSummary,
+    ::testing::Values (SummaryCase{ "FullScaleSquare", true, "peak 0.00 dBFS, RMS 0.00 dBFS" },
+                       SummaryCase{ "HalfScaleSine", false, "peak -6.02 dBFS, RMS -9.03 dBFS" }),
+    [] (const ::testing::TestParamInfo<SummaryCase>& param) { return std::string (param.param.name); });
+
+TEST (RenderCommand, PlotIsAPngOfTheExpectedSize)
+{
+    RenderTestFolder folder;
+    folder.writeWav ("in.wav", sine (2, 5000, 441.0, 0.5, 96000.0), 96000.0);
+    const auto run = folder.run ({ "in.wav", "out.wav", "--plot", "plot.png", "-q" });
+    ASSERT_EQ (run.code, 0) << run.err;
+
+    juce::MemoryBlock data;
+    ASSERT_TRUE (folder.file ("plot.png").loadFileAsData (data));
+    ASSERT_GT (data.getSize(), 8u);
+    EXPECT_EQ (std::memcmp (data.getData(), "\x89PNG\r\n\x1a\n", 8), 0);
+
+    const auto image = juce::ImageFileFormat::loadFrom (folder.file ("plot.png"));
+    ASSERT_TRUE (image.isValid());
+    EXPECT_EQ (image.getWidth(), RenderPlot::width);
+    EXPECT_EQ (image.getHeight(), RenderPlot::height);
+    EXPECT_EQ (folder.listFiles(), juce::StringArray ("in.wav", "out.wav", "plot.png"));
+}
+
+TEST (RenderCommand, SavedStateRestoresTheSameSound)
+{
+    RenderTestFolder folder;
+    folder.writeWav ("in.wav", sine (2, 4000, 441.0, 0.5, 44100.0), 44100.0);
+
+    const auto first =
+        folder.run ({ "in.wav", "first.wav", "-q", "--preset", "Crush Widener", "--param",
+                      "Link Channels=Off", "--param", "Right Bits=3 bits", "--save-state", "s.state" });
+    ASSERT_EQ (first.code, 0) << first.err;
+    const auto second = folder.run ({ "in.wav", "second.wav", "-q", "--state", "s.state" });
+    ASSERT_EQ (second.code, 0) << second.err;
+    const auto plain = folder.run ({ "in.wav", "plain.wav", "-q" });
+    ASSERT_EQ (plain.code, 0) << plain.err;
+
+    EXPECT_TRUE (identical (folder.readAudio ("first.wav"), folder.readAudio ("second.wav")));
+    EXPECT_FALSE (identical (folder.readAudio ("first.wav"), folder.readAudio ("plain.wav")));
+}
+
+TEST (RenderCommand, SettingsApplyInTheirOrder)
+{
+    RenderTestFolder folder;
+    folder.writeWav ("in.wav", sine (2, 3000, 441.0, 0.5, 44100.0), 44100.0);
+
+    // A bank whose first preset is renamed, and a preset file; both made by a processor of the test's own.
+    {
+        PluginHarness maker;
+        maker->setPresetName (0, "Renamed First");
+        ASSERT_TRUE (maker->saveBankFile (folder.file ("bank.vtprsb")));
+        maker->programChange (38);
+        ASSERT_TRUE (maker->savePresetFile (folder.file ("heavy.vtprs"), 38));
+    }
+
+    const auto listed = folder.run ({ "--bank", "bank.vtprsb", "--list-presets" });
+    ASSERT_EQ (listed.code, 0) << listed.err;
+    EXPECT_NE (listed.out.find ("    0  Renamed First\n"), std::string::npos) << listed.out;
+
+    // The preset file lands in the slot that --preset selected, and --param acts on top of it.
+    const auto run = folder.run ({ "in.wav", "out.wav", "--bank", "bank.vtprsb", "--preset", "renamed first",
+                                   "--preset-file", "heavy.vtprs", "--param", "FX=0.25" });
+    ASSERT_EQ (run.code, 0) << run.err;
+    EXPECT_NE (run.out.find ("preset       Dist'n'Crush (edited)"), std::string::npos) << run.out;
+
+    Renderer reference;
+    reference.loadPresetFile (folder.file ("heavy.vtprs"));
+    reference.setParameter ("FX", "0.25");
+    const auto expected = reference.render (folder.readAudio ("in.wav"), 44100.0).output;
+    EXPECT_TRUE (identical (folder.readAudio ("out.wav"), expected));
+}
+
+TEST (RenderCommand, ListPresetsPrintsTheFactoryBankByGroup)
+{
+    RenderTestFolder folder;
+    const auto run = folder.run ({ "--list-presets" });
+    ASSERT_EQ (run.code, 0) << run.err;
+    const juce::String out (run.out);
+    EXPECT_TRUE (out.startsWith ("Bank: ")) << out;
+    EXPECT_TRUE (out.contains ("\nClassic Boxes\n    0  MPC 60\n    1  16bit 8kHz\n")) << out;
+    EXPECT_TRUE (out.contains ("   38  Dist'n'Crush\n")) << out;
+    EXPECT_TRUE (out.contains ("  127  ")) << out;
+    EXPECT_TRUE (folder.listFiles().isEmpty());
+}
+
+TEST (RenderCommand, MidiFileAndMapPlayAtTheirSamples)
+{
+    RenderTestFolder folder;
+    const auto input = sine (2, 30000, 441.0, 0.5, 44100.0);
+    folder.writeWav ("in.wav", input, 44100.0);
+
+    // 960 ticks a quarter at 120 BPM: tick t falls on second t / 1920.
+    juce::MidiMessageSequence track;
+    track.addEvent (juce::MidiMessage::tempoMetaEvent (500000), 0.0);
+    track.addEvent (juce::MidiMessage::controllerEvent (1, 7, 20), 480.0); // 0.25 s: sample 11025
+    track.addEvent (juce::MidiMessage::programChange (1, 38), 960.0);      // 0.5 s: sample 22050
+    juce::MidiFile midi;
+    midi.setTicksPerQuarterNote (960);
+    midi.addTrack (track);
+    {
+        juce::FileOutputStream stream (folder.file ("events.mid"));
+        ASSERT_TRUE (midi.writeTo (stream));
+    }
+    {
+        PluginHarness maker;
+        maker->getMidiControl().assign (7, maker->getParameterManager().getParameter (15), false);
+        ASSERT_TRUE (maker->getMidiControl().saveFile (folder.file ("volume.vtccmap")));
+    }
+
+    const auto run = folder.run (
+        { "in.wav", "out.wav", "--midi", "events.mid", "--midi-map", "volume.vtccmap", "--block", "64" });
+    ASSERT_EQ (run.code, 0) << run.err;
+    EXPECT_NE (run.out.find ("preset       MPC 60, at the end Dist'n'Crush"), std::string::npos) << run.out;
+
+    Renderer reference;
+    reference.getProcessor().getMidiControl().assign (
+        7, reference.getProcessor().getParameterManager().getParameter (15), false);
+    MidiTimeline events;
+    events.addEvent (juce::MidiMessage::controllerEvent (1, 7, 20), 11025);
+    events.addEvent (juce::MidiMessage::programChange (1, 38), 22050);
+    EXPECT_TRUE (
+        identical (folder.readAudio ("out.wav"), reference.render (input, 44100.0, 4096, events).output));
+}
+} // namespace
