@@ -333,4 +333,20 @@ TEST (Renderer, ZeroLengthInputGivesZeroLengthOutput)
     EXPECT_EQ (result.output.getNumChannels(), 2);
     EXPECT_EQ (result.output.getNumSamples(), 0);
 }
+
+TEST (Renderer, SettingsLiveInAFolderOfItsOwnThatIsRemoved)
+{
+    juce::File settings;
+    {
+        Renderer renderer;
+        settings = renderer.getProcessor().getUserSettingsFile();
+        EXPECT_TRUE (settings.getParentDirectory().isAChildOf (
+            juce::File::getSpecialLocation (juce::File::tempDirectory)));
+        EXPECT_EQ (settings.getFileName(), "Vantrice.ini");
+
+        Renderer other;
+        EXPECT_NE (other.getProcessor().getUserSettingsFile(), settings);
+    }
+    EXPECT_FALSE (settings.getParentDirectory().exists());
+}
 } // namespace

@@ -11,8 +11,13 @@
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
+#include <atomic>
+
 namespace
 {
+std::atomic<bool> stopRequested{ false };
+static_assert (std::atomic<bool>::is_always_lock_free, "set from a signal handler");
+
 struct Audio
 {
     juce::AudioBuffer<float> buffer;
@@ -115,8 +120,14 @@ int execute (const std::vector<std::string>& arguments, std::ostream& out, std::
     RenderProgress progress (err, errIsTerminal
                                       && input.buffer.getNumSamples()
                                              >= RenderProgress::minimumSeconds * input.sampleRate);
-    const auto result = renderer.render (input.buffer, input.sampleRate, options.blockSize, midi,
-                                         options.compensate, [&progress] (double f) { progress.update (f); });
+    const auto result =
+        renderer.render (input.buffer, input.sampleRate, options.blockSize, midi, options.compensate,
+                         [&progress] (double f)
+                         {
+                             progress.update (f);
+                             if (stopRequested.load())
+                                 throw RenderError (RenderError::interrupted, "interrupted");
+                         });
     progress.finish();
 
     // MIDI program changes may have moved on to another preset.
@@ -143,21 +154,28 @@ int execute (const std::vector<std::string>& arguments, std::ostream& out, std::
 }
 } // namespace
 
+void RenderCommand::requestStop() noexcept { stopRequested.store (true); }
+
 int RenderCommand::run (const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
                         bool errIsTerminal)
 {
+    int code = 0;
     try
     {
-        return execute (arguments, out, err, errIsTerminal);
+        code = execute (arguments, out, err, errIsTerminal);
     }
     catch (const RenderError& e)
     {
         err << "vantrice-render: " << e.what() << std::endl;
-        return e.getCode();
+        code = e.getCode();
     }
     catch (const std::exception& e)
     {
         err << "vantrice-render: internal error: " << e.what() << std::endl;
-        return 1;
+        code = 1;
     }
+
+    // A stop request is used up by the run it reached.
+    stopRequested.store (false);
+    return code;
 }

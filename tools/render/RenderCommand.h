@@ -14,4 +14,8 @@ public:
         is drawn on err when it is a terminal. */
     static int run (const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err,
                     bool errIsTerminal = false);
+
+    /** Asks the render that is running, or the next one, to stop after its current block and clean up;
+        safe in a signal handler. */
+    static void requestStop() noexcept;
 };

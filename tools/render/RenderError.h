@@ -10,11 +10,12 @@ class RenderError : public std::runtime_error
 public:
     enum Code
     {
-        usage = 2,       // bad options or arguments
-        inputFile = 3,   // an input file is missing, unreadable or of an unsupported kind
-        badSetting = 4,  // unknown preset or parameter, or a value out of range or unparsable
-        corruptData = 5, // a state, bank, preset, MIDI map or MIDI file that doesn't parse as one
-        outputFile = 6   // an output can't be written
+        usage = 2,        // bad options or arguments
+        inputFile = 3,    // an input file is missing, unreadable or of an unsupported kind
+        badSetting = 4,   // unknown preset or parameter, or a value out of range or unparsable
+        corruptData = 5,  // a state, bank, preset, MIDI map or MIDI file that doesn't parse as one
+        outputFile = 6,   // an output can't be written
+        interrupted = 130 // stopped by a signal, as shells report Ctrl-C
     };
 
     RenderError (Code code, const juce::String& message);
