@@ -31,6 +31,11 @@ RenderOptions RenderOptions::parse (const std::vector<std::string>& arguments)
                   "writes the result. Without IN it renders a built-in drum-and-chord demo loop.",
                   "vantrice-render");
     app.set_help_flag ("-h,--help", "Print this help and exit");
+    app.footer (
+        "Settings apply in this order: --state, --midi-map, --bank, --preset, --preset-file, --param.\n"
+        "Exit codes: 0 done, 2 bad options, 3 input file missing, unreadable or unsupported, 4 unknown "
+        "preset or parameter or bad value, 5 corrupt state, bank, preset, map or MIDI file, 6 cannot "
+        "write an output, 130 interrupted.");
 
     std::vector<std::string> files;
     std::string state, midiMap, bank, preset, presetFile, midi, saveState, plot;

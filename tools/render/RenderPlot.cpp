@@ -15,6 +15,10 @@ const juce::Colour outputColour (0xffff9f1c);
 
 constexpr int left = 70, right = 20; // room for the level labels at the left
 constexpr float labelHeight = 14.0f;
+constexpr int labelPadding = 8, labelWidth = 80, titleWidth = 400; // pixels around and of the small texts
+constexpr int maxTimeLabels = 10;                                  // under a waveform, so that none touch
+constexpr double gridStepDb = 20.0, levelRoundingDb = 10.0;        // the spectrum's lines and its top
+constexpr float curveThickness = 1.5f;
 constexpr double lowestFrequency = 20.0; // the bottom of hearing
 constexpr double spectrumFloor = -120.0; // about the noise floor of 20-bit audio
 
@@ -55,8 +59,8 @@ void drawWaveform (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
         g.setColour (gridColour);
         g.drawHorizontalLine ((int) y, (float) area.getX(), (float) area.getRight());
         g.setColour (textColour);
-        g.drawText (level > 0 ? "+1.0" : "-1.0", 0, (int) (y - labelHeight / 2), left - 8, (int) labelHeight,
-                    juce::Justification::centredRight);
+        g.drawText (level > 0 ? "+1.0" : "-1.0", 0, (int) (y - labelHeight / 2), left - labelPadding,
+                    (int) labelHeight, juce::Justification::centredRight);
     }
 
     const int numSamples = buffer.getNumSamples();
@@ -86,18 +90,19 @@ void drawWaveform (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
     const double seconds = sampleRate > 0.0 ? numSamples / sampleRate : 0.0;
     if (seconds > 0.0)
     {
-        const double step = niceStep (seconds, 10);
+        const double step = niceStep (seconds, maxTimeLabels);
         g.setColour (textColour);
         for (double t = 0.0; t <= seconds + 1.0e-9; t += step)
         {
             const int x = area.getX() + (int) std::lround (t / seconds * (columns - 1));
-            g.drawText (juce::String (t, step < 1.0 ? 1 : 0) + " s", x - 40, area.getBottom() + 2, 80,
-                        (int) labelHeight, juce::Justification::centred);
+            g.drawText (juce::String (t, step < 1.0 ? 1 : 0) + " s", x - labelWidth / 2, area.getBottom() + 2,
+                        labelWidth, (int) labelHeight, juce::Justification::centred);
         }
     }
 
     g.setColour (colour);
-    g.drawText (title, area.getX() + 6, area.getY() + 4, 400, (int) labelHeight, juce::Justification::left);
+    g.drawText (title, area.getX() + labelPadding, area.getY() + labelPadding / 2, titleWidth,
+                (int) labelHeight, juce::Justification::left);
 }
 
 void drawSpectrum (juce::Graphics& g, juce::Rectangle<int> area, const juce::AudioBuffer<float>& input,
@@ -113,7 +118,7 @@ void drawSpectrum (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
     double top = 0.0;
     for (const auto* levels : { &in, &out })
         for (double db : *levels)
-            top = juce::jmax (top, std::ceil (db / 10.0) * 10.0);
+            top = juce::jmax (top, std::ceil (db / levelRoundingDb) * levelRoundingDb);
     const double bottom = spectrumFloor;
 
     auto xOf = [&] (double hz)
@@ -131,15 +136,16 @@ void drawSpectrum (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
     };
 
     g.setFont (labelFont());
-    for (double db = bottom; db <= top; db += 20.0)
+    for (double db = bottom; db <= top; db += gridStepDb)
     {
         const float y = yOf (db);
         g.setColour (gridColour);
         g.drawHorizontalLine ((int) y, (float) area.getX(), (float) area.getRight());
         g.setColour (textColour);
-        g.drawText (juce::String ((int) db) + " dB", 0, (int) (y - labelHeight / 2), left - 8,
+        g.drawText (juce::String ((int) db) + " dB", 0, (int) (y - labelHeight / 2), left - labelPadding,
                     (int) labelHeight, juce::Justification::centredRight);
     }
+    // Lines at 1, 2 and 5 of each decade.
     for (double decade = 10.0; decade < nyquist; decade *= 10.0)
         for (double m : { 1.0, 2.0, 5.0 })
         {
@@ -151,7 +157,7 @@ void drawSpectrum (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
             g.drawVerticalLine ((int) x, (float) area.getY(), (float) area.getBottom());
             g.setColour (textColour);
             g.drawText (hz >= 1000.0 ? juce::String (hz / 1000.0, 0) + "k" : juce::String ((int) hz),
-                        (int) x - 30, area.getBottom() + 2, 60, (int) labelHeight,
+                        (int) x - labelWidth / 2, area.getBottom() + 2, labelWidth, (int) labelHeight,
                         juce::Justification::centred);
         }
 
@@ -188,13 +194,13 @@ void drawSpectrum (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
     };
 
     g.setColour (inputColour);
-    g.strokePath (curve (in), juce::PathStrokeType (1.5f));
+    g.strokePath (curve (in), juce::PathStrokeType (curveThickness));
     g.setColour (outputColour);
-    g.strokePath (curve (out), juce::PathStrokeType (1.5f));
+    g.strokePath (curve (out), juce::PathStrokeType (curveThickness));
 
     g.setColour (textColour);
-    g.drawText ("Average spectrum (Hz)", area.getX() + 6, area.getY() + 4, 400, (int) labelHeight,
-                juce::Justification::left);
+    g.drawText ("Average spectrum (Hz)", area.getX() + labelPadding, area.getY() + labelPadding / 2,
+                titleWidth, (int) labelHeight, juce::Justification::left);
 }
 } // namespace
 
@@ -205,19 +211,32 @@ juce::Image RenderPlot::draw (const juce::AudioBuffer<float>& input, const juce:
     juce::Graphics g (image);
     g.fillAll (background);
 
-    g.setFont (juce::Font (16.0f, juce::Font::bold));
+    // From the top: a title line of 20 pixels, the two waveforms of 220 pixels and the spectrum of 320,
+    // each panel with a line of labels under it.
+    constexpr int titleY = 8, titleHeight = 20, legendWidth = 120;
+    constexpr int waveformHeight = 220, spectrumHeight = 320, labelGap = 30;
+    constexpr int inputY = 40, outputY = inputY + waveformHeight + labelGap;
+    constexpr int spectrumY = outputY + waveformHeight + labelGap + 5;
+    static_assert (spectrumY + spectrumHeight + labelGap <= height, "the panels fit the picture");
+
+    g.setFont (juce::Font ((float) titleHeight * 0.8f, juce::Font::bold)); // a font's height is 4/5 letters
     g.setColour (textColour);
-    g.drawText (caption, left, 8, width - left - right - 260, 20, juce::Justification::left);
+    g.drawText (caption, left, titleY, width - left - right - 2 * legendWidth, titleHeight,
+                juce::Justification::left);
     g.setColour (inputColour);
-    g.drawText ("input", width - right - 240, 8, 110, 20, juce::Justification::right);
+    g.drawText ("input", width - right - 2 * legendWidth, titleY, legendWidth, titleHeight,
+                juce::Justification::right);
     g.setColour (outputColour);
-    g.drawText ("output", width - right - 120, 8, 120, 20, juce::Justification::right);
+    g.drawText ("output", width - right - legendWidth, titleY, legendWidth, titleHeight,
+                juce::Justification::right);
 
     // Both waveforms on one scale, so that a change of level shows.
     const double scale = juce::jmax (1.0, peakOf (input), peakOf (output));
     const int panelWidth = width - left - right;
-    drawWaveform (g, { left, 40, panelWidth, 220 }, input, scale, inputColour, "Input", sampleRate);
-    drawWaveform (g, { left, 290, panelWidth, 220 }, output, scale, outputColour, "Output", sampleRate);
-    drawSpectrum (g, { left, 545, panelWidth, 320 }, input, output, sampleRate);
+    drawWaveform (g, { left, inputY, panelWidth, waveformHeight }, input, scale, inputColour, "Input",
+                  sampleRate);
+    drawWaveform (g, { left, outputY, panelWidth, waveformHeight }, output, scale, outputColour, "Output",
+                  sampleRate);
+    drawSpectrum (g, { left, spectrumY, panelWidth, spectrumHeight }, input, output, sampleRate);
     return image;
 }

@@ -8,6 +8,8 @@
 
 namespace
 {
+constexpr int longestText = 1024; // more than any name or text of the parameters
+
 juce::String quoted (const juce::File& file) { return "'" + file.getFullPathName() + "'"; }
 
 void checkReadable (const juce::File& file, const juce::String& what)
@@ -151,7 +153,7 @@ juce::AudioProcessorParameter* Renderer::findParameter (const juce::String& name
     juce::StringArray names;
     for (auto* p : processor->getParameters())
     {
-        const auto parameterName = p->getName (1024);
+        const auto parameterName = p->getName (longestText);
         if (parameterName.equalsIgnoreCase (name.trim()))
             return p;
         names.add (parameterName);
@@ -163,8 +165,7 @@ juce::AudioProcessorParameter* Renderer::findParameter (const juce::String& name
 void Renderer::setParameter (const juce::String& name, const juce::String& valueText)
 {
     auto* parameter = findParameter (name);
-    const auto parameterName = parameter->getName (1024);
-    constexpr int longestText = 1024; // more than any of the parameters' texts
+    const auto parameterName = parameter->getName (longestText);
 
     double number = 0.0;
     float value = 0.0f;
