@@ -19,7 +19,10 @@ public:
 
     RenderTestFolder()
         : folder (juce::File::getSpecialLocation (juce::File::tempDirectory)
-                      .getNonexistentChildFile ("vantrice-render-test", {}, false))
+                      .getNonexistentChildFile (
+                          "vantrice-render-test-"
+                              + juce::String::toHexString (juce::Random::getSystemRandom().nextInt64()),
+                          {}, false))
     {
         folder.createDirectory();
     }
@@ -74,7 +77,8 @@ public:
         return path (name);
     }
 
-    /** Runs the command with the folder as working directory for relative names. */
+    /** Runs the command with the folder as working directory for relative names. Test programs run one
+        test at a time, so changing the process's directory for the call is safe. */
     Run run (const std::vector<std::string>& arguments) const
     {
         const auto previous = juce::File::getCurrentWorkingDirectory();
