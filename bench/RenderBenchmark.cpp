@@ -2,6 +2,7 @@
 #include "Renderer.h"
 
 #include <benchmark/benchmark.h>
+#include <juce_events/juce_events.h>
 
 namespace
 {
@@ -11,6 +12,9 @@ constexpr double excerptSeconds = 2.0; // a bar of the demo loop: kick, snare, h
     of 512. Only the block loop is timed; making the processor is not part of rendering audio. */
 void Render (benchmark::State& state, double rate, const char* preset)
 {
+    // The processor posts its change notices to a message manager, which must exist.
+    const juce::ScopedJuceInitialiser_GUI juce;
+
     const auto demo = DemoSignal::create (rate);
     juce::AudioBuffer<float> input (demo.getNumChannels(), (int) (excerptSeconds * rate));
     for (int c = 0; c < input.getNumChannels(); ++c)

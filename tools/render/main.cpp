@@ -22,11 +22,10 @@ int main (int argc, char** argv)
     std::signal (SIGINT, stopOnSignal);
     std::signal (SIGTERM, stopOnSignal);
 
-    const std::vector<std::string> arguments (argv + 1, argv + argc);
-    const int code = RenderCommand::run (arguments, std::cout, std::cerr, isatty (fileno (stderr)) != 0);
+    // The processor posts its change notices to a message manager, which must exist; no loop runs them
+    // here, and since this is no JUCE application, JUCE leaves Ctrl-C to the handler above.
+    const juce::ScopedJuceInitialiser_GUI juce;
 
-    // No message loop runs here (it would take over Ctrl-C), so JUCE's singletons, such as the font
-    // cache of the plot, are released by hand.
-    juce::DeletedAtShutdown::deleteAll();
-    return code;
+    const std::vector<std::string> arguments (argv + 1, argv + argc);
+    return RenderCommand::run (arguments, std::cout, std::cerr, isatty (fileno (stderr)) != 0);
 }
