@@ -87,7 +87,9 @@ VantriceCore::~VantriceCore() = default;
 
 void VantriceCore::fillSincTable()
 {
-    // A Blackman-windowed sinc of 32 zero crossings at 16384 rows per sample.
+    // A Blackman-windowed sinc of 32 zero crossings at 16384 rows per sample. Row i serves tap
+    // i / 16384 at the fraction i % 16384; it is stored by fraction first, so that the 32 taps of one
+    // hold lie side by side in memory rather than 128 KiB apart.
     constexpr int centre = sincTableSize / 2;
     for (int i = 0; i < sincTableSize; ++i)
     {
@@ -96,7 +98,7 @@ void VantriceCore::fillSincTable()
         s = s
             * (0.42 - 0.5 * std::cos (2.0 * pi * i / sincTableSize)
                + 0.08 * std::cos (4.0 * pi * i / sincTableSize));
-        sincTable[i] = s;
+        sincTable[(i % sincRowsPerSample) * sincTaps + i / sincRowsPerSample] = s;
     }
 }
 
@@ -330,11 +332,11 @@ void VantriceCore::advanceHoldClock (Channel& c) noexcept
 double VantriceCore::interpolate (const Channel& c, int offset) const noexcept
 {
     // The signal at 15 samples plus the hold fraction in the past, oldest sample first.
-    const double* table = sincTable.getData() + offset;
+    const double* table = sincTable.getData() + offset * sincTaps;
     const double* ring = c.crushRing.getData() + ringIndex + 1;
     double v = 0.0;
     for (int k = 0; k < sincTaps; ++k)
-        v = v + table[sincRowsPerSample * k] * ring[k] + 1e-20;
+        v = v + table[k] * ring[k] + 1e-20;
     return v;
 }
 
