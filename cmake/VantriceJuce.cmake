@@ -29,6 +29,7 @@ target_compile_definitions(vantrice_juce
         JUCE_USE_OGGVORBIS=1
         JUCE_PLUGINHOST_VST3=1
         JUCE_PLUGINHOST_LV2=1
+        JUCE_PLUGINHOST_VST=1  # the validator hosts the 2.4-interface library as well
         JUCE_MODAL_LOOPS_PERMITTED=1  # tests pump the message loop; the code itself runs no modal loop
         JUCE_SILENCE_XCODE_15_LINKER_WARNING=1
         JUCE_JACK_CLIENT_NAME="Vantrice")
@@ -37,6 +38,10 @@ target_include_directories(vantrice_juce INTERFACE
     $<TARGET_PROPERTY:vantrice_juce,INCLUDE_DIRECTORIES>)
 target_compile_definitions(vantrice_juce INTERFACE
     $<TARGET_PROPERTY:vantrice_juce,COMPILE_DEFINITIONS>)
+
+# Hosting the 2.4 interface needs Debian's clean-room headers, pluginterfaces/vst2.x under /usr/include,
+# seen by JUCE's host code through the validator's shim that gives speaker arrangements their full size.
+target_include_directories(vantrice_juce PRIVATE ${PROJECT_SOURCE_DIR}/tools/validate/vst2-host /usr/include)
 
 # JUCE's own code is not ours to keep warning-free.
 target_compile_options(vantrice_juce PRIVATE -w)
