@@ -1,0 +1,16 @@
+#pragma once
+
+#include "FormatUnderTest.h"
+
+/** Every check of one format, in the order a host meets the plug-in: scan and identity, parameters,
+    audio, MIDI, state, lifecycle and threads. */
+class FormatChecks
+{
+public:
+    FormatChecks (PluginLoader& loader, const juce::String& formatName, const juce::File& artefact,
+                  const juce::File& scratchRoot, ValidationReport& report);
+    void run();
+
+private:
+    FormatUnderTest format;
+};

@@ -1,0 +1,3 @@
+#include "ValidatorApplication.h"
+
+START_JUCE_APPLICATION (ValidatorApplication)

@@ -1,0 +1,96 @@
+#include "ValidatorApplication.h"
+
+#include "CrossFormatChecks.h"
+#include "FormatChecks.h"
+#include "XwdImage.h"
+
+#include <cstdlib>
+#include <iostream>
+
+const juce::String ValidatorApplication::getApplicationName() { return "vantrice-validate"; }
+const juce::String ValidatorApplication::getApplicationVersion() { return "1.3.1"; }
+
+void ValidatorApplication::initialise (const juce::String&)
+{
+    // Run here rather than from a message: the checks run the message loop themselves, which JUCE's
+    // event loop doesn't take from inside one of its own callbacks.
+    juce::Logger::setCurrentLogger (&logger);
+    setApplicationReturnValue (runCommand (getCommandLineParameterArray()));
+    juce::Logger::setCurrentLogger (nullptr);
+    quit();
+}
+
+void ValidatorApplication::printUsage()
+{
+    std::cerr << "usage: vantrice-validate --format 2.4|VST3|LV2 PATH\n"
+                 "       vantrice-validate --cross 2.4-PATH VST3-PATH LV2-PATH\n"
+                 "       vantrice-validate --xwd-to-png SCREENSHOT.xwd PICTURE.png\n"
+                 "Loads the plug-in as a host does and checks it; one line per check, then a count.\n"
+                 "2.4 is the 2.4-interface library.\n";
+}
+
+juce::File ValidatorApplication::makeScratchRoot()
+{
+    // Neither the user's installed plug-ins nor their settings may take part.
+    auto root = juce::File::getSpecialLocation (juce::File::tempDirectory)
+                    .getNonexistentChildFile ("vantrice-validate", {}, false);
+    root.createDirectory();
+    const auto home = root.getChildFile ("home");
+    home.createDirectory();
+    setenv ("HOME", home.getFullPathName().toRawUTF8(), 1);
+    return root;
+}
+
+int ValidatorApplication::convertScreenshot (const juce::StringArray& args)
+{
+    const auto cwd = juce::File::getCurrentWorkingDirectory();
+    XwdImage image (cwd.getChildFile (args[1]));
+    if (!image.isValid())
+    {
+        std::cerr << "vantrice-validate: " << image.getError() << std::endl;
+        return 1;
+    }
+    const auto out = cwd.getChildFile (args[2]);
+    if (!image.writePng (out))
+    {
+        std::cerr << "vantrice-validate: cannot write " << out.getFullPathName() << std::endl;
+        return 1;
+    }
+    std::cout << image.describe() << std::endl;
+    return 0;
+}
+
+int ValidatorApplication::runCommand (const juce::StringArray& args)
+{
+    if (args.size() == 3 && args[0] == "--xwd-to-png")
+        return convertScreenshot (args);
+
+    const bool oneFormat =
+        args.size() == 3 && args[0] == "--format" && FormatUnderTest::formatNameOf (args[1]).isNotEmpty();
+    const bool crossFormat = args.size() == 4 && args[0] == "--cross";
+    if (!oneFormat && !crossFormat)
+    {
+        printUsage();
+        return 2;
+    }
+
+    const auto scratchRoot = makeScratchRoot();
+    const auto cwd = juce::File::getCurrentWorkingDirectory();
+    ValidationReport report;
+    {
+        PluginLoader loader;
+        if (oneFormat)
+            FormatChecks (loader, FormatUnderTest::formatNameOf (args[1]), cwd.getChildFile (args[2]),
+                          scratchRoot, report)
+                .run();
+        else
+            CrossFormatChecks (
+                loader,
+                { cwd.getChildFile (args[1]), cwd.getChildFile (args[2]), cwd.getChildFile (args[3]) },
+                scratchRoot, report)
+                .run();
+    }
+    report.printSummary();
+    scratchRoot.deleteRecursively();
+    return report.getNumFailed() == 0 ? 0 : 1;
+}
