@@ -45,6 +45,7 @@ void ThreadChecks::run()
     }
     juce::MemoryBlock savedState;
     instance->getStateInformation (savedState);
+    const HostParameters parameters (*instance);
 
     std::atomic<bool> audioDone{ false }, automationDone{ false }, allFinite{ true };
     std::atomic<int> blocksDone{ 0 }, writesDone{ 0 };
@@ -83,7 +84,6 @@ void ThreadChecks::run()
         [&]
         {
             juce::Random random (seedBase + 1);
-            const HostParameters parameters (*instance);
             for (int i = 0; i < automationWrites; ++i)
             {
                 parameters[random.nextInt (ExpectedPlugin::numParameters)]->setValue (random.nextFloat());
