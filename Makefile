@@ -30,7 +30,7 @@ LV2_DIR  := $(PREFIX)/lib/lv2
 BIN_DIR  := $(PREFIX)/bin
 endif
 
-.PHONY: all bootstrap configure build test test-fast test-asan test-tsan bench demo install uninstall format clean
+.PHONY: all bootstrap configure build test test-fast test-asan test-tsan validate bench demo install uninstall format clean
 
 all: build
 
@@ -63,6 +63,12 @@ test-tsan: bootstrap
 	    cmake --build $(BUILD_TSAN) -j $(JOBS) --target vantrice_thread_tests && \
 	    $(CTEST) --test-dir $(BUILD_TSAN) -L '^threads$$'; \
 	else echo "test-tsan: no threaded tests"; fi
+
+# The built plug-ins loaded through JUCE's hosting classes, format by format.
+validate: configure
+	cmake -S . -B $(BUILD) -DVANTRICE_BUILD_VALIDATOR=ON
+	cmake --build $(BUILD) -j $(JOBS)
+	$(CTEST) --test-dir $(BUILD) -L '^validate$$'
 
 bench: build
 	$(BUILD)/bench/vantrice_bench --benchmark_counters_tabular=true
