@@ -220,12 +220,19 @@ juce::String Vantrice::getParameterTextFor (int index)
     return textFor (index, s);
 }
 
-juce::String Vantrice::getParameterTextForValue (int hostIndex, float normalisedValue)
+juce::StringArray Vantrice::getParameterValueStrings (int hostIndex)
 {
-    if (hostIndex < 0 || hostIndex >= numParameters)
-        return BasePlugin::getParameterTextForValue (hostIndex, normalisedValue);
+    // The list names what each step means, linked or not: a host that turns text into a step looks
+    // the text up here.
+    juce::StringArray texts;
+    const int steps = getHostParameterNumSteps (hostIndex);
+    for (int i = 0; i < steps; ++i)
+        texts.add (textFor (hostIndex, textStateForValue ((float) i / (float) (steps - 1), false)));
+    return texts;
+}
 
-    // The text the parameter would show at this value, with the rest of the state as it is.
+Vantrice::TextState Vantrice::textStateForValue (float normalisedValue, bool linked)
+{
     const double v = juce::jlimit (0.0f, 1.0f, normalisedValue);
     TextState s;
     s.raw = v;
@@ -235,8 +242,17 @@ juce::String Vantrice::getParameterTextForValue (int hostIndex, float normalised
     s.coreLinked = v > 0.5;
     s.volumeTarget = 4.0 * v * v;
     s.filterPre = normalisedValue > 0.5f;
-    s.linked = isLinkedByParameter();
-    return textFor (hostIndex, s);
+    s.linked = linked;
+    return s;
+}
+
+juce::String Vantrice::getParameterTextForValue (int hostIndex, float normalisedValue)
+{
+    if (hostIndex < 0 || hostIndex >= numParameters)
+        return BasePlugin::getParameterTextForValue (hostIndex, normalisedValue);
+
+    // The text the parameter would show at this value, with the rest of the state as it is.
+    return textFor (hostIndex, textStateForValue (normalisedValue, isLinkedByParameter()));
 }
 
 float Vantrice::getParameterValueForText (int hostIndex, const juce::String& text)

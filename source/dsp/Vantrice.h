@@ -28,6 +28,7 @@ public:
     juce::String getParameterTextForValue (int hostIndex, float normalisedValue) override;
     float getParameterValueForText (int hostIndex, const juce::String& text) override;
     int getHostParameterNumSteps (int hostIndex) const override;
+    juce::StringArray getParameterValueStrings (int hostIndex) override;
 
     juce::String getSoftwareName() const override;
     juce::String getSoftwareDescription() const override;
@@ -53,6 +54,9 @@ public:
         bool filterPre = false;
         bool linked = false; // from the parameter object of "Link Channels"
     };
+
+    /** The state a normalised value gives a parameter's text, with the link as given. */
+    static TextState textStateForValue (float normalisedValue, bool linked);
 
     /** The display text of a parameter in a given state. */
     static juce::String textFor (int index, const TextState& state);

@@ -67,6 +67,8 @@ public:
     virtual juce::String getParameterTextForValue (int hostIndex, float normalisedValue);
     /** The inverse of the text: a normalised value from text in the parameter's own units. */
     virtual float getParameterValueForText (int hostIndex, const juce::String& text);
+    /** The texts of every step of a stepped host parameter, in order, as a host lists them. */
+    virtual juce::StringArray getParameterValueStrings (int hostIndex);
     /** Steps of a stepped host parameter, or 0 for a continuous one. */
     virtual int getHostParameterNumSteps (int hostIndex) const;
 

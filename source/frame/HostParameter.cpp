@@ -3,7 +3,9 @@
 #include "frame/BasePlugin.h"
 
 HostParameter::HostParameter (BasePlugin& ownerToUse, int index, float defaultValueToUse)
-    : owner (ownerToUse)
+    : juce::AudioProcessorParameterWithID (juce::ParameterID (idForIndex (index), 1),
+                                           ownerToUse.getHostParameterName (index))
+    , owner (ownerToUse)
     , hostIndex (index)
     , defaultValue (defaultValueToUse)
 {
@@ -46,4 +48,9 @@ bool HostParameter::isAutomatable() const { return owner.isHostParameterAutomata
 
 bool HostParameter::isMetaParameter() const { return false; }
 
-juce::String HostParameter::getParameterID() const { return juce::String (hostIndex); }
+juce::String HostParameter::idForIndex (int index) { return "p" + juce::String (index).paddedLeft ('0', 2); }
+
+juce::StringArray HostParameter::getAllValueStrings() const
+{
+    return owner.getParameterValueStrings (hostIndex);
+}

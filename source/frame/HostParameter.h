@@ -7,10 +7,14 @@ class BasePlugin;
 /** What a host sees of one host parameter index. It holds no value of its own: every call goes to the
     frame, which answers from the parameter table, so VST2, VST3 and LV2 hosts all see the same names,
     values, steps and texts, and typed text is turned back into a value in the parameter's own units. */
-class HostParameter : public juce::AudioProcessorParameter
+class HostParameter : public juce::AudioProcessorParameterWithID
 {
 public:
     HostParameter (BasePlugin& owner, int hostIndex, float defaultValue);
+
+    /** A stable identifier that sorts in index order: "p00", "p01" and so on. Formats that name their
+        parameters (VST3, LV2) build their identifiers from it. */
+    static juce::String idForIndex (int hostIndex);
 
     float getValue() const override;
     void setValue (float newValue) override;
@@ -24,7 +28,7 @@ public:
     bool isBoolean() const override;
     bool isAutomatable() const override;
     bool isMetaParameter() const override;
-    juce::String getParameterID() const;
+    juce::StringArray getAllValueStrings() const override;
 
 private:
     BasePlugin& owner;

@@ -210,3 +210,28 @@ TEST (VantriceParameters, TypedTextInUnits)
     const float before = bits->getValue();
     EXPECT_EQ (bits->getValueForText ("nonsense"), before) << "text of no value keeps the value";
 }
+
+TEST (VantriceParameters, FormatsSeeDistinctIdsAndValueListsThatIgnoreTheLink)
+{
+    PluginHarness plugin;
+    juce::StringArray ids;
+    for (auto* p : plugin->getParameters())
+        if (auto* withId = dynamic_cast<juce::AudioProcessorParameterWithID*> (p))
+            ids.add (withId->getParameterID());
+    ASSERT_EQ (ids.size(), 18);
+    auto sorted = ids;
+    sorted.sort (false);
+    EXPECT_EQ (sorted, ids) << "identifiers sort in index order";
+    EXPECT_EQ (ids[0], "p00");
+    EXPECT_EQ (ids[17], "p17");
+
+    ASSERT_TRUE (plugin->getParameterManager().getBoolValue (13)) << "linked at start";
+    const auto types = plugin->getParameters()[10]->getAllValueStrings();
+    EXPECT_EQ (types, juce::StringArray ({ "LP", "BP", "HP", "BR", "Off" }));
+    const auto bits = plugin->getParameters()[7]->getAllValueStrings();
+    ASSERT_EQ (bits.size(), 17);
+    EXPECT_EQ (bits[0], "1 bit");
+    EXPECT_EQ (bits[16], "Quant. Off");
+    EXPECT_EQ (plugin->getParameters()[10]->getCurrentValueAsText(), "linked")
+        << "the display still says linked";
+}
