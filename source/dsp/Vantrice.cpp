@@ -220,17 +220,6 @@ juce::String Vantrice::getParameterTextFor (int index)
     return textFor (index, s);
 }
 
-juce::StringArray Vantrice::getParameterValueStrings (int hostIndex)
-{
-    // The list names what each step means, linked or not: a host that turns text into a step looks
-    // the text up here.
-    juce::StringArray texts;
-    const int steps = getHostParameterNumSteps (hostIndex);
-    for (int i = 0; i < steps; ++i)
-        texts.add (textFor (hostIndex, textStateForValue ((float) i / (float) (steps - 1), false)));
-    return texts;
-}
-
 Vantrice::TextState Vantrice::textStateForValue (float normalisedValue, bool linked)
 {
     const double v = juce::jlimit (0.0f, 1.0f, normalisedValue);
@@ -251,8 +240,8 @@ juce::String Vantrice::getParameterTextForValue (int hostIndex, float normalised
     if (hostIndex < 0 || hostIndex >= numParameters)
         return BasePlugin::getParameterTextForValue (hostIndex, normalisedValue);
 
-    // The text the parameter would show at this value, with the rest of the state as it is.
-    return textFor (hostIndex, textStateForValue (normalisedValue, isLinkedByParameter()));
+    // What the value means on its own: "linked" belongs to the display of the current value only.
+    return textFor (hostIndex, textStateForValue (normalisedValue, false));
 }
 
 float Vantrice::getParameterValueForText (int hostIndex, const juce::String& text)

@@ -28,7 +28,6 @@ public:
     juce::String getParameterTextForValue (int hostIndex, float normalisedValue) override;
     float getParameterValueForText (int hostIndex, const juce::String& text) override;
     int getHostParameterNumSteps (int hostIndex) const override;
-    juce::StringArray getParameterValueStrings (int hostIndex) override;
 
     juce::String getSoftwareName() const override;
     juce::String getSoftwareDescription() const override;

@@ -123,15 +123,6 @@ float BasePlugin::getParameterValueForText (int hostIndex, const juce::String& t
 
 int BasePlugin::getHostParameterNumSteps (int) const { return 0; }
 
-juce::StringArray BasePlugin::getParameterValueStrings (int hostIndex)
-{
-    juce::StringArray texts;
-    const int steps = getHostParameterNumSteps (hostIndex);
-    for (int i = 0; i < steps; ++i)
-        texts.add (getParameterTextForValue (hostIndex, (float) i / (float) (steps - 1)));
-    return texts;
-}
-
 int BasePlugin::hostCount() const { return juce::jmin (getNumberOfParameters(), maxHostParameters); }
 
 Parameter* BasePlugin::getParameterForHostIndex (int hostIndex) const

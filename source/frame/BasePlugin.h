@@ -63,12 +63,10 @@ public:
     virtual void handleEvent (int id);
     virtual PresetCollection* getPresetCollection() const;
 
-    /** The text a parameter would show at a normalised value, for hosts that ask before they set. */
+    /** What a normalised value means on its own, for hosts that ask before they set. */
     virtual juce::String getParameterTextForValue (int hostIndex, float normalisedValue);
     /** The inverse of the text: a normalised value from text in the parameter's own units. */
     virtual float getParameterValueForText (int hostIndex, const juce::String& text);
-    /** The texts of every step of a stepped host parameter, in order, as a host lists them. */
-    virtual juce::StringArray getParameterValueStrings (int hostIndex);
     /** Steps of a stepped host parameter, or 0 for a continuous one. */
     virtual int getHostParameterNumSteps (int hostIndex) const;
 

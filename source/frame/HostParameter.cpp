@@ -50,7 +50,9 @@ bool HostParameter::isMetaParameter() const { return false; }
 
 juce::String HostParameter::idForIndex (int index) { return "p" + juce::String (index).paddedLeft ('0', 2); }
 
-juce::StringArray HostParameter::getAllValueStrings() const
+juce::String HostParameter::getCurrentValueAsText() const
 {
-    return owner.getParameterValueStrings (hostIndex);
+    // What the parameter shows now, which may depend on other parameters ("linked"); `getText` names
+    // what a value means on its own, for the value lists and previews hosts build from it.
+    return owner.getHostParameterText (hostIndex);
 }

@@ -28,7 +28,7 @@ public:
     bool isBoolean() const override;
     bool isAutomatable() const override;
     bool isMetaParameter() const override;
-    juce::StringArray getAllValueStrings() const override;
+    juce::String getCurrentValueAsText() const override;
 
 private:
     BasePlugin& owner;

@@ -47,6 +47,7 @@ TEST_P (ParameterText, ReadsAsTheCoreIsSet)
     EXPECT_EQ (plugin->getParameterTextFor (c.index), juce::String (c.text));
     EXPECT_EQ (plugin->getParameterTextForValue (c.index, c.value), juce::String (c.text))
         << "the text a host asks for by value is the one it sees once set";
+    EXPECT_EQ (plugin->getParameters()[c.index]->getCurrentValueAsText(), juce::String (c.text));
 }
 
 INSTANTIATE_TEST_SUITE_P (
@@ -73,7 +74,11 @@ TEST (VantriceParameters, LinkedRightControlsReadLinkedAndTheHostHearsOfTheChang
     plugin->addListener (&spy);
 
     for (int index : { 7, 8, 9, 10, 11, 12, 17 })
+    {
         EXPECT_EQ (plugin->getParameterTextFor (index), "linked") << index;
+        EXPECT_EQ (plugin->getParameters()[index]->getCurrentValueAsText(), "linked") << index;
+        EXPECT_NE (plugin->getParameters()[index]->getText (0.0f, 100), "linked") << "a value's own text";
+    }
     EXPECT_EQ (plugin->getParameterTextFor (13), "On");
 
     setParameter (*plugin, 8, 0.0f);
