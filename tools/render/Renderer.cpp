@@ -180,17 +180,19 @@ void Renderer::setParameter (const juce::String& name, const juce::String& value
     }
     else
     {
+        // A right-channel control shows "linked" while the left one drives both: text for it would be
+        // stored but not heard.
+        if (parameter->getCurrentValueAsText() == "linked")
+            throw RenderError (RenderError::badSetting,
+                               "'" + parameterName + "' has no value '" + valueText.trim()
+                                   + "' while \"Link Channels\" is On; set \"Link Channels=Off\" first");
+
         value = parameter->getValueForText (valueText);
         const auto readBack = parameter->getText (value, longestText);
         if (comparable (readBack) != comparable (valueText))
-        {
-            juce::String message = "'" + parameterName + "' has no value '" + valueText.trim() + "'";
-            if (readBack == "linked")
-                message << " while \"Link Channels\" is On; set \"Link Channels=Off\" first";
-            else
-                message << ": give 0..1 or a text such as '" << readBack << "'";
-            throw RenderError (RenderError::badSetting, message);
-        }
+            throw RenderError (RenderError::badSetting,
+                               "'" + parameterName + "' has no value '" + valueText.trim()
+                                   + "': give 0..1 or a text such as '" + readBack + "'");
     }
     parameter->setValueNotifyingHost (value);
 }
