@@ -138,6 +138,21 @@ std::unique_ptr<juce::XmlElement> FerrowynEffect::createUserSettingsXml()
 void FerrowynEffect::prepareToPlay (double sampleRate, int maximumExpectedSamplesPerBlock)
 {
     preparedFlag.store (1);
+    {
+        const juce::ScopedLock family (familyLock);
+        playedSincePrepare = false;
+        preparedRate = sampleRate;
+    }
+
+    // An LV2 host starts its controls at the bundle's defaults and learns other values only from the
+    // changes a plug-in sends; a new instance holds its first preset, so it says so once.
+    if (wrapperType == wrapperType_LV2 && !startValuesAnnounced)
+    {
+        startValuesAnnounced = true;
+        for (int i = 0; i < getNumberOfParameters(); ++i)
+            if (auto* object = getHostParameterObject (i))
+                object->sendValueChangedMessageToListeners (object->getValue());
+    }
 
     for (auto* clock : clocks)
         clock->setSampleRate (sampleRate);
@@ -159,6 +174,21 @@ void FerrowynEffect::prepareToPlay (double sampleRate, int maximumExpectedSample
 }
 
 void FerrowynEffect::releaseResources() { preparedFlag.store (0); }
+
+void FerrowynEffect::setStateInformation (const void* data, int sizeInBytes)
+{
+    BasePluginOldStyle::setStateInformation (data, sizeInBytes);
+
+    // Most hosts restore a project before they prepare, and preparing settles the smoothing on the
+    // restored values. JUCE's LV2 wrapper prepares as the instance is made, before the restore; nothing
+    // has sounded since, so the restored settings are settled here the same way instead of gliding in.
+    const juce::ScopedLock family (familyLock);
+    if (preparedFlag.load() != 0 && !playedSincePrepare && core != nullptr)
+    {
+        const juce::ScopedLock coreSection (core->getCoreLock());
+        core->setSampleRate ((float) preparedRate);
+    }
+}
 
 void FerrowynEffect::feedClocks()
 {
@@ -261,6 +291,7 @@ void FerrowynEffect::runPendingSamples()
     {
         const juce::ScopedLock family (familyLock);
         const juce::ScopedLock coreSection (core->getCoreLock());
+        playedSincePrepare = true;
         if (stereoRun)
             core->processStereo (&leftRun, &rightRun, pendingSamples);
         else

@@ -37,6 +37,7 @@ public:
 
     void prepareToPlay (double sampleRate, int maximumExpectedSamplesPerBlock) override;
     void releaseResources() override;
+    void setStateInformation (const void* data, int sizeInBytes) override;
     void processBlock (juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midiMessages) override;
     using juce::AudioProcessor::processBlock;
 
@@ -64,6 +65,9 @@ protected:
     std::unique_ptr<Core> core;
     juce::CriticalSection familyLock;
     std::atomic<int> preparedFlag{ 0 };
+    bool playedSincePrepare = false; // under familyLock
+    double preparedRate = 0.0;
+    bool startValuesAnnounced = false;
     juce::OwnedArray<Clock> clocks;
     bool stereoRun = false;
     float* leftRun = nullptr;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -273,6 +274,58 @@ TEST_F (PluginState, AParameterMissingFromTheStateKeepsItsValue)
         EXPECT_EQ (target->getParameterManager().getNormalizedValue (i),
                    source->getParameterManager().getNormalizedValue (i))
             << "parameter " << i;
+}
+
+// A tone through one started plug-in: prepared before or after the restore, or after a block played.
+enum class RestoreMoment
+{
+    beforePrepare,
+    afterPrepare,
+    afterPlaying
+};
+
+std::vector<float> playAfterRestore (const juce::File& folder, const juce::MemoryBlock& state,
+                                     RestoreMoment moment)
+{
+    auto plugin = std::make_unique<Vantrice>();
+    plugin->start (folder.getChildFile ("Vantrice.so"));
+    juce::AudioBuffer<float> buffer (2, 512);
+    juce::MidiBuffer midi;
+    const auto fill = [&buffer]
+    {
+        for (int c = 0; c < 2; ++c)
+            for (int i = 0; i < buffer.getNumSamples(); ++i)
+                buffer.setSample (c, i, 0.5f * std::sin (0.05f * (float) (i + 7 * c)));
+    };
+
+    if (moment == RestoreMoment::beforePrepare)
+        restore (*plugin, state);
+    plugin->setRateAndBufferSizeDetails (44100.0, buffer.getNumSamples());
+    plugin->prepareToPlay (44100.0, buffer.getNumSamples());
+    if (moment == RestoreMoment::afterPlaying)
+    {
+        fill();
+        plugin->processBlock (buffer, midi);
+    }
+    if (moment != RestoreMoment::beforePrepare)
+        restore (*plugin, state);
+
+    fill();
+    plugin->processBlock (buffer, midi);
+    return { buffer.getReadPointer (1), buffer.getReadPointer (1) + buffer.getNumSamples() };
+}
+
+TEST_F (PluginState, ARestoreBeforeAnythingPlayedSoundsTheSameWhetherPreparedOrNot)
+{
+    auto source = startPlugin (temp.folder);
+    makeDistinct (*source, 0.0f);
+    const auto saved = stateOf (*source);
+
+    // Some hosts prepare first and restore after, others the other way round; the sound is one.
+    const auto restoredFirst = playAfterRestore (temp.folder, saved, RestoreMoment::beforePrepare);
+    EXPECT_EQ (playAfterRestore (temp.folder, saved, RestoreMoment::afterPrepare), restoredFirst);
+    // Once audio has played, the restored settings glide in like any other change.
+    EXPECT_NE (playAfterRestore (temp.folder, saved, RestoreMoment::afterPlaying), restoredFirst);
 }
 
 TEST_F (PluginState, ProgramChunkCarriesTheSlotNotTheLiveValues)

@@ -238,6 +238,9 @@ void ParameterChecks::checkTexts (juce::AudioPluginInstance& instance, const Hos
         // An LV2 host has the plug-in's texts for stepped parameters only, and can't know the link.
         if (isLv2() && (continuous || textCase.linked))
             continue;
+        // A VST3 host asks for the text of a value, never for the display of the current one.
+        if (isVst3() && textCase.linked)
+            continue;
 
         link->setValue (textCase.linked ? 1.0f : 0.0f);
         deliver (instance);
@@ -254,6 +257,10 @@ void ParameterChecks::checkTexts (juce::AudioPluginInstance& instance, const Hos
         report.skip ("parameters: display texts of continuous parameters, and \"linked\"",
                      "LV2 carries texts for stepped parameters only, from the bundle's data; hosts show "
                      "continuous ones as numbers");
+    if (isVst3())
+        report.skip ("parameters: \"linked\" on the right channel's controls",
+                     "a VST3 host asks for the text of a value, not for the display of the current "
+                     "value; it shows the right channel's own values while the channels are linked");
     link->setValue (ExpectedPlugin::parameters[ExpectedPlugin::linkChannels].defaultValue);
     deliver (instance);
 }

@@ -27,6 +27,7 @@ private:
 
     bool isInterface24() const { return format.getFormatName() == "VST"; }
     bool isLv2() const { return format.getFormatName() == "LV2"; }
+    bool isVst3() const { return format.getFormatName() == "VST3"; }
 
     FormatUnderTest& format;
     ValidationReport& report;
