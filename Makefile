@@ -5,9 +5,16 @@ BUILD_TSAN ?= build-tsan
 JOBS       ?= $(shell nproc)
 CMAKE_GEN  := -G Ninja
 CTEST      := ctest --output-on-failure -j $(JOBS) --timeout 600
-# Sanitizer builds favour build time: light optimisation, no debug information.
+# Sanitizer builds favour build time: light optimisation, no debug information. The ASan and UBSan build
+# is clang's, instrumented for libFuzzer too, so one build serves the tests, the hosted plug-ins and the
+# fuzz targets.
 SANITIZE_FLAGS := -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_FLAGS_RELEASE="-O1" -DCMAKE_C_FLAGS_RELEASE="-O1" \
-                  -DVANTRICE_BUILD_PLUGINS=OFF -DVANTRICE_BUILD_BENCH=OFF
+                  -DVANTRICE_BUILD_BENCH=OFF -DVANTRICE_BUILD_PLUGINS=ON -DVANTRICE_BUILD_VALIDATOR=ON
+ASAN_FLAGS     := $(SANITIZE_FLAGS) -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+                  -DVANTRICE_SANITIZE=address,undefined,fuzzer-no-link
+TSAN_FLAGS     := $(SANITIZE_FLAGS) -DVANTRICE_SANITIZE=thread
+# Seconds each fuzz target runs in `make fuzz`.
+FUZZ_SECONDS   ?= 600
 
 # ccache finds its objects again from any checkout of the repository.
 export CCACHE_BASEDIR := $(CURDIR)
@@ -30,7 +37,8 @@ LV2_DIR  := $(PREFIX)/lib/lv2
 BIN_DIR  := $(PREFIX)/bin
 endif
 
-.PHONY: all bootstrap configure build test test-fast test-asan test-tsan validate bench demo install uninstall format clean
+.PHONY: all bootstrap configure build test test-fast test-asan test-tsan asan-build validate fuzz fuzz-seeds bench demo install uninstall \
+        format clean
 
 all: build
 
@@ -43,8 +51,8 @@ configure: bootstrap
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
 
-# The whole suite: the release build, then the signal path under ASan and UBSan and the threaded tests
-# under ThreadSanitizer.
+# The whole suite: the release build with the hosted plug-ins, then everything again under ASan and
+# UBSan with a short run of each fuzz target, and the threaded tests under ThreadSanitizer.
 test: build
 	$(CTEST) --test-dir $(BUILD)
 	$(MAKE) --no-print-directory test-asan test-tsan
@@ -52,23 +60,29 @@ test: build
 test-fast: build
 	$(CTEST) --test-dir $(BUILD)
 
-test-asan: bootstrap
-	cmake -S . -B $(BUILD_ASAN) $(CMAKE_GEN) $(SANITIZE_FLAGS) -DVANTRICE_SANITIZE=address,undefined
+asan-build: bootstrap
+	cmake -S . -B $(BUILD_ASAN) $(CMAKE_GEN) $(ASAN_FLAGS)
 	cmake --build $(BUILD_ASAN) -j $(JOBS)
+
+test-asan: asan-build
 	$(CTEST) --test-dir $(BUILD_ASAN) -LE '^format$$'
 
 test-tsan: bootstrap
-	@if [ -n "$$(find tests -name '*ConcurrencyTest.cpp' | head -n 1)" ]; then \
-	    cmake -S . -B $(BUILD_TSAN) $(CMAKE_GEN) $(SANITIZE_FLAGS) -DVANTRICE_SANITIZE=thread && \
-	    cmake --build $(BUILD_TSAN) -j $(JOBS) --target vantrice_thread_tests && \
-	    $(CTEST) --test-dir $(BUILD_TSAN) -L '^threads$$'; \
-	else echo "test-tsan: no threaded tests"; fi
+	cmake -S . -B $(BUILD_TSAN) $(CMAKE_GEN) $(TSAN_FLAGS)
+	cmake --build $(BUILD_TSAN) -j $(JOBS) --target vantrice_thread_tests vantrice-validate
+	$(CTEST) --test-dir $(BUILD_TSAN) -L '^threads$$'
 
 # The built plug-ins loaded through JUCE's hosting classes, format by format.
-validate: configure
-	cmake -S . -B $(BUILD) -DVANTRICE_BUILD_VALIDATOR=ON
-	cmake --build $(BUILD) -j $(JOBS)
+validate: build
 	$(CTEST) --test-dir $(BUILD) -L '^validate$$'
+
+# A longer fuzzing campaign, target by target; new inputs stay in the build, findings are reported.
+fuzz: asan-build
+	bash scripts/fuzz-campaign $(BUILD_ASAN) $(FUZZ_SECONDS)
+
+# Rewrites the seed corpus from documents the plug-in writes itself.
+fuzz-seeds: asan-build
+	$(BUILD_ASAN)/fuzz/vantrice-fuzz-seeds fuzz/corpus
 
 bench: build
 	$(BUILD)/bench/vantrice_bench --benchmark_counters_tabular=true
@@ -103,7 +117,7 @@ uninstall:
 	    "$(DESTDIR)$(BIN_DIR)/vantrice" "$(DESTDIR)$(BIN_DIR)/vantrice-render"
 
 format:
-	git ls-files -co --exclude-standard -- source plugin tools tests bench | grep -E '\.(h|cpp)$$' \
+	git ls-files -co --exclude-standard -- source plugin tools tests bench fuzz | grep -E '\.(h|cpp)$$' \
 	    | grep -v '^source/dsp/StepTableData\.cpp$$' | xargs clang-format -i
 
 clean:

@@ -9,7 +9,11 @@ class FormatChecks
 public:
     FormatChecks (PluginLoader& loader, const juce::String& formatName, const juce::File& artefact,
                   const juce::File& scratchRoot, ValidationReport& report);
-    void run();
+
+    /** The names of the groups of checks, in their order. */
+    static const juce::StringArray& groupNames();
+    /** Runs the named groups only; all of them when `groups` is empty. */
+    void run (const juce::StringArray& groups = {});
 
 private:
     FormatUnderTest format;

@@ -22,11 +22,12 @@ void ValidatorApplication::initialise (const juce::String&)
 
 void ValidatorApplication::printUsage()
 {
-    std::cerr << "usage: vantrice-validate --format 2.4|VST3|LV2 PATH\n"
+    std::cerr << "usage: vantrice-validate --format 2.4|VST3|LV2 PATH [--only GROUP,...]\n"
                  "       vantrice-validate --cross 2.4-PATH VST3-PATH LV2-PATH\n"
                  "       vantrice-validate --xwd-to-png SCREENSHOT.xwd PICTURE.png\n"
                  "Loads the plug-in as a host does and checks it; one line per check, then a count.\n"
-                 "2.4 is the 2.4-interface library.\n";
+                 "2.4 is the 2.4-interface library. Groups: "
+              << FormatChecks::groupNames().joinIntoString (", ") << ".\n";
 }
 
 juce::File ValidatorApplication::makeScratchRoot()
@@ -65,8 +66,22 @@ int ValidatorApplication::runCommand (const juce::StringArray& args)
     if (args.size() == 3 && args[0] == "--xwd-to-png")
         return convertScreenshot (args);
 
-    const bool oneFormat =
-        args.size() == 3 && args[0] == "--format" && FormatUnderTest::formatNameOf (args[1]).isNotEmpty();
+    // "--only" names groups of checks, for the slow builds that need some of them only.
+    juce::StringArray groups;
+    if (args.size() == 5 && args[3] == "--only")
+    {
+        groups.addTokens (args[4], ",", {});
+        groups.removeEmptyStrings();
+        for (const auto& group : groups)
+            if (!FormatChecks::groupNames().contains (group))
+            {
+                std::cerr << "vantrice-validate: no group of checks is called \"" << group << "\""
+                          << std::endl;
+                return 2;
+            }
+    }
+    const bool oneFormat = (args.size() == 3 || (args.size() == 5 && !groups.isEmpty()))
+                           && args[0] == "--format" && FormatUnderTest::formatNameOf (args[1]).isNotEmpty();
     const bool crossFormat = args.size() == 4 && args[0] == "--cross";
     if (!oneFormat && !crossFormat)
     {
@@ -82,7 +97,7 @@ int ValidatorApplication::runCommand (const juce::StringArray& args)
         if (oneFormat)
             FormatChecks (loader, FormatUnderTest::formatNameOf (args[1]), cwd.getChildFile (args[2]),
                           scratchRoot, report)
-                .run();
+                .run (groups);
         else
             CrossFormatChecks (
                 loader,
