@@ -4,7 +4,7 @@
 
 namespace
 {
-std::unique_ptr<Vantrice> plugin;
+Vantrice* plugin = nullptr;
 juce::MemoryBlock baseline;
 PluginSnapshot before;
 juce::File file;
@@ -13,7 +13,7 @@ juce::File file;
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
     const auto folder = FuzzHost::get().getScratch().getChildFile ("bank");
-    plugin = FuzzHost::startDistinctPlugin (folder);
+    plugin = &FuzzHost::keepUntilExit (FuzzHost::startDistinctPlugin (folder));
     plugin->getStateInformation (baseline);
     before = PluginSnapshot::of (*plugin);
     file = folder.getChildFile ("input.vtprsb");
@@ -26,7 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
     plugin->loadBankFile (file);
     const auto after = PluginSnapshot::of (*plugin);
 
-    const auto xml = juce::XmlDocument::parse (file);
+    const auto xml = XmlText::parse (file);
     if (xml == nullptr)
     {
         FuzzHost::expect (after == before,

@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerInitialize (int*, char***)
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     EventsMap events;
-    const auto xml = juce::XmlDocument::parse (juce::String::fromUTF8 ((const char*) data, (int) size));
+    const auto xml = XmlText::parse (data, size);
     if (xml != nullptr)
         events.loadFromXml (*xml);
     events.addBuiltInEvents();

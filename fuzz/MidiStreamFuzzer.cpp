@@ -8,7 +8,7 @@
 
 namespace
 {
-std::unique_ptr<Vantrice> plugin;
+Vantrice* plugin = nullptr;
 juce::MemoryBlock baseline;
 PluginSnapshot before;
 
@@ -33,7 +33,8 @@ struct Reader
 
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
-    plugin = FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("midi"));
+    plugin = &FuzzHost::keepUntilExit (
+        FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("midi")));
     plugin->getStateInformation (baseline);
     before = PluginSnapshot::of (*plugin);
     return 0;

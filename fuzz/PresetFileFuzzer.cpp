@@ -4,7 +4,7 @@
 
 namespace
 {
-std::unique_ptr<Vantrice> plugin;
+Vantrice* plugin = nullptr;
 juce::MemoryBlock baseline;
 PluginSnapshot before;
 juce::File file;
@@ -14,7 +14,7 @@ constexpr int targetSlot = 3; // the distinct plug-in has 2 selected
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
     const auto folder = FuzzHost::get().getScratch().getChildFile ("preset");
-    plugin = FuzzHost::startDistinctPlugin (folder);
+    plugin = &FuzzHost::keepUntilExit (FuzzHost::startDistinctPlugin (folder));
     plugin->getStateInformation (baseline);
     before = PluginSnapshot::of (*plugin);
     file = folder.getChildFile ("input.vtprs");
@@ -28,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
     const auto after = PluginSnapshot::of (*plugin);
 
     // A file that doesn't parse, or holds no preset of this product, leaves everything as it was.
-    const auto xml = juce::XmlDocument::parse (file);
+    const auto xml = XmlText::parse (file);
     if (xml == nullptr || !plugin->isPreset (*xml))
         FuzzHost::expect (after == before,
                           "a file that is no preset changed the plug-in: " + after.differenceFrom (before));

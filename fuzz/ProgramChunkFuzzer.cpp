@@ -4,14 +4,15 @@
 
 namespace
 {
-std::unique_ptr<Vantrice> plugin;
+Vantrice* plugin = nullptr;
 juce::MemoryBlock baseline;
 PluginSnapshot before;
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
-    plugin = FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("program"));
+    plugin = &FuzzHost::keepUntilExit (
+        FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("program")));
     plugin->getStateInformation (baseline);
     before = PluginSnapshot::of (*plugin);
     return 0;
@@ -24,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 
     // Data that isn't XML changes nothing; a document that isn't a preset of this product leaves the
     // slot alone.
-    const auto xml = juce::AudioProcessor::getXmlFromBinary (data, (int) size);
+    const auto xml = XmlText::fromBinary (data, (int) size);
     if (xml == nullptr)
         FuzzHost::expect (after == before, "an unreadable program chunk changed the plug-in: "
                                                + after.differenceFrom (before));

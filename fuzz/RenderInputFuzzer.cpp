@@ -4,6 +4,7 @@
 #include "RenderCommand.h"
 #include "RenderError.h"
 
+#include <cstring>
 #include <sstream>
 
 namespace
@@ -45,6 +46,8 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
     }
     juce::MemoryBlock after;
     input.loadFileAsData (after);
-    FuzzHost::expect (after == juce::MemoryBlock (data, size), "the render changed its input");
+    FuzzHost::expect (after.getSize() == size
+                          && (size == 0 || std::memcmp (after.getData(), data, size) == 0),
+                      "the render changed its input");
     return 0;
 }

@@ -4,14 +4,15 @@
 
 namespace
 {
-std::unique_ptr<Vantrice> plugin;
+Vantrice* plugin = nullptr;
 juce::MemoryBlock baseline;
 PluginSnapshot before;
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
-    plugin = FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("state"));
+    plugin = &FuzzHost::keepUntilExit (
+        FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("state")));
     plugin->getStateInformation (baseline);
     before = PluginSnapshot::of (*plugin);
     return 0;
@@ -23,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
     const auto after = PluginSnapshot::of (*plugin);
 
     // A chunk that isn't this product's state, or isn't XML at all, is dropped without a trace.
-    const auto xml = juce::AudioProcessor::getXmlFromBinary (data, (int) size);
+    const auto xml = XmlText::fromBinary (data, (int) size);
     if (xml == nullptr || !plugin->isStateXml (*xml))
         FuzzHost::expect (after == before,
                           "a refused chunk changed the plug-in: " + after.differenceFrom (before));

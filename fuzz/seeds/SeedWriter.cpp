@@ -36,6 +36,34 @@ juce::MemoryBlock fileBytes (const juce::File& file)
 
 juce::String xmlText (const juce::XmlElement& xml) { return xml.toString(); }
 
+// A whole bank is a hundred kilobytes, which slows every mutation; a few presets of each group show the
+// fuzzer the same structure.
+void trimGroups (juce::XmlElement& xml)
+{
+    constexpr int presetsKept = 2;
+    for (auto* child : xml.getChildIterator())
+        trimGroups (*child);
+    if (xml.getTagName().endsWith ("PresetGroup"))
+        while (xml.getNumChildElements() > presetsKept)
+            xml.removeChildElement (xml.getChildElement (presetsKept), true);
+}
+
+juce::MemoryBlock trimmedChunk (const juce::MemoryBlock& chunk)
+{
+    auto xml = juce::AudioProcessor::getXmlFromBinary (chunk.getData(), (int) chunk.getSize());
+    trimGroups (*xml);
+    juce::MemoryBlock trimmed;
+    juce::AudioProcessor::copyXmlToBinary (*xml, trimmed);
+    return trimmed;
+}
+
+juce::String trimmedDocument (const juce::String& text)
+{
+    auto xml = juce::XmlDocument::parse (text);
+    trimGroups (*xml);
+    return xml->toString();
+}
+
 // Four-byte records of the MIDI stream target: a controller on a mapped number, a program change, a host
 // write, and a block end with a new size.
 juce::MemoryBlock midiStream()
@@ -88,7 +116,7 @@ void writeAll (const juce::File& corpus)
 
     juce::MemoryBlock chunk;
     plugin->getStateInformation (chunk);
-    writeSeed (corpus, "StateChunk", "state", chunk);
+    writeSeed (corpus, "StateChunk", "state", trimmedChunk (chunk));
     plugin->getCurrentProgramStateInformation (chunk);
     writeSeed (corpus, "ProgramChunk", "program", chunk);
 
@@ -96,8 +124,9 @@ void writeAll (const juce::File& corpus)
     plugin->savePresetFile (scratch.getChildFile ("p.vtprs"), 5);
     writeSeed (corpus, "PresetFile", "preset", fileBytes (scratch.getChildFile ("p.vtprs")));
     plugin->saveBankFile (scratch.getChildFile ("b.vtprsb"));
-    writeSeed (corpus, "BankFile", "bank", fileBytes (scratch.getChildFile ("b.vtprsb")));
-    writeSeed (corpus, "BankFile", "factory", loadResourceText ("default.vtprsb"));
+    writeSeed (corpus, "BankFile", "bank",
+               trimmedDocument (scratch.getChildFile ("b.vtprsb").loadFileAsString()));
+    writeSeed (corpus, "BankFile", "factory", trimmedDocument (loadResourceText ("default.vtprsb")));
     plugin->getMidiControl().saveFile (scratch.getChildFile ("map.xml"));
     writeSeed (corpus, "MidiMap", "map", fileBytes (scratch.getChildFile ("map.xml")));
     writeSeed (corpus, "SettingsFile", "settings", xmlText (*plugin->createUserSettingsXml()));

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 FuzzHost& FuzzHost::get()
 {
@@ -24,6 +25,26 @@ FuzzHost::FuzzHost()
 }
 
 FuzzHost::~FuzzHost() { scratch.deleteRecursively(); }
+
+namespace
+{
+std::vector<Vantrice*> keptPlugins;
+
+void destroyNewestKeptPlugin()
+{
+    delete keptPlugins.back();
+    keptPlugins.pop_back();
+}
+} // namespace
+
+Vantrice& FuzzHost::keepUntilExit (std::unique_ptr<Vantrice> plugin)
+{
+    keptPlugins.push_back (plugin.release());
+    // Exit handlers and static destructors run in the reverse order of their making: this one runs
+    // before anything the plug-in's start made is destroyed.
+    std::atexit (destroyNewestKeptPlugin);
+    return *keptPlugins.back();
+}
 
 std::unique_ptr<Vantrice> FuzzHost::startPlugin (const juce::File& folder)
 {

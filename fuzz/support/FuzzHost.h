@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dsp/Vantrice.h"
+#include "frame/XmlText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,6 +18,10 @@ public:
 
     /** A folder of the run's own, removed at exit. */
     const juce::File& getScratch() const noexcept { return scratch; }
+
+    /** Holds a plug-in that lives as long as the run, and destroys it at exit ahead of the JUCE objects
+        that were made while it started (a static of the target's own would outlive them). */
+    static Vantrice& keepUntilExit (std::unique_ptr<Vantrice> plugin);
 
     /** A started plug-in whose binary and settings live in `folder`, prepared at 44100 Hz. */
     static std::unique_ptr<Vantrice> startPlugin (const juce::File& folder);
@@ -46,3 +51,7 @@ private:
     std::unique_ptr<juce::ScopedJuceInitialiser_GUI> juce;
     juce::File scratch;
 };
+
+// libFuzzer's entry points, which every target defines.
+extern "C" int LLVMFuzzerInitialize (int* argc, char*** argv);
+extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size);

@@ -1,4 +1,5 @@
 #include "frame/BasePlugin.h"
+#include "frame/XmlText.h"
 
 BasePlugin::BasePlugin (int numHostParameters)
     : juce::AudioProcessor (BusesProperties()
@@ -273,7 +274,7 @@ void BasePlugin::loadUserSettings()
     const auto file = getUserSettingsFile();
     if (!file.existsAsFile())
         return;
-    if (auto xml = juce::XmlDocument::parse (file))
+    if (auto xml = XmlText::parse (file))
         readUserSettings (*xml);
 }
 
@@ -330,7 +331,7 @@ void BasePlugin::getStateInformation (juce::MemoryBlock& destData)
 void BasePlugin::setStateInformation (const void* data, int sizeInBytes)
 {
     if (data != nullptr && sizeInBytes > 0)
-        if (auto xml = getXmlFromBinary (data, sizeInBytes))
+        if (auto xml = XmlText::fromBinary (data, sizeInBytes))
             readState (*xml);
     stateLoadedFlag.store (1);
     triggerAsyncUpdate();
@@ -345,6 +346,6 @@ void BasePlugin::getCurrentProgramStateInformation (juce::MemoryBlock& destData)
 void BasePlugin::setCurrentProgramStateInformation (const void* data, int sizeInBytes)
 {
     if (data != nullptr && sizeInBytes > 0)
-        if (auto xml = getXmlFromBinary (data, sizeInBytes))
+        if (auto xml = XmlText::fromBinary (data, sizeInBytes))
             readProgramState (*xml);
 }

@@ -1,4 +1,5 @@
 #include "EventsMap.h"
+#include "frame/XmlText.h"
 
 #include "ResourceLoader.h"
 #include "parameters/NumberText.h"
@@ -73,7 +74,7 @@ void EventsMap::loadFromResource (const juce::String& key)
     if (text.isEmpty())
         return;
 
-    if (const auto xml = juce::XmlDocument::parse (text))
+    if (const auto xml = XmlText::parse (text))
         loadFromXml (*xml);
 }
 

@@ -1,4 +1,5 @@
 #include "MidiControl.h"
+#include "frame/XmlText.h"
 
 #include "parameters/ListenerWalk.h"
 #include "parameters/NumberText.h"
@@ -127,7 +128,7 @@ std::unique_ptr<juce::XmlElement> MidiControl::createXml() const
 
 bool MidiControl::loadFile (const juce::File& file)
 {
-    const auto xml = juce::XmlDocument::parse (file);
+    const auto xml = XmlText::parse (file);
 
     if (xml == nullptr)
         return false;

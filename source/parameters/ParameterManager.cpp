@@ -1,4 +1,5 @@
 #include "ParameterManager.h"
+#include "frame/XmlText.h"
 
 #include "BoolParameter.h"
 #include "EnumParameter.h"
@@ -38,7 +39,7 @@ void ParameterManager::loadFromResource (const juce::String& key)
     if (text.isEmpty())
         return;
 
-    if (const auto xml = juce::XmlDocument::parse (text))
+    if (const auto xml = XmlText::parse (text))
         loadFromXml (*xml);
 }
 

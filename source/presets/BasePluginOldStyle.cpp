@@ -1,4 +1,5 @@
 #include "presets/BasePluginOldStyle.h"
+#include "frame/XmlText.h"
 
 #include "frame/ResourceLoader.h"
 #include "parameters/IntParameter.h"
@@ -357,7 +358,7 @@ bool BasePluginOldStyle::writeDocument (const juce::XmlElement& xml, const juce:
 bool BasePluginOldStyle::loadPresetFile (const juce::File& file, int index)
 {
     setRecentDirectory (file.getParentDirectory().getFullPathName());
-    auto xml = juce::XmlDocument::parse (file);
+    auto xml = XmlText::parse (file);
     if (xml == nullptr)
         return false;
     const bool read = readPresetInto (*xml, index);
@@ -378,7 +379,7 @@ bool BasePluginOldStyle::savePresetFile (const juce::File& file, int index)
 bool BasePluginOldStyle::loadBankFile (const juce::File& file)
 {
     setRecentDirectory (file.getParentDirectory().getFullPathName());
-    auto xml = juce::XmlDocument::parse (file);
+    auto xml = XmlText::parse (file);
     if (xml == nullptr)
         return false;
     const bool read = readBank (*xml);
@@ -396,7 +397,7 @@ bool BasePluginOldStyle::saveBankFile (const juce::File& file)
 
 bool BasePluginOldStyle::loadDefaultPresetResource (const juce::String& key)
 {
-    auto xml = juce::XmlDocument::parse (loadResourceText (key));
+    auto xml = XmlText::parse (loadResourceText (key));
     if (xml == nullptr)
         return false;
     readPreset (*xml, *defaultPreset);
@@ -405,7 +406,7 @@ bool BasePluginOldStyle::loadDefaultPresetResource (const juce::String& key)
 
 bool BasePluginOldStyle::loadBankResource (const juce::String& key)
 {
-    auto xml = juce::XmlDocument::parse (loadResourceText (key));
+    auto xml = XmlText::parse (loadResourceText (key));
     if (xml == nullptr)
         return false;
     readBank (*xml);

@@ -1,4 +1,5 @@
 #include "Renderer.h"
+#include "frame/XmlText.h"
 
 #include "NearestNames.h"
 #include "RenderError.h"
@@ -25,7 +26,7 @@ void checkReadable (const juce::File& file, const juce::String& what)
 std::unique_ptr<juce::XmlElement> parseDocument (const juce::File& file, const juce::String& what)
 {
     checkReadable (file, what);
-    auto xml = juce::XmlDocument::parse (file);
+    auto xml = XmlText::parse (file);
     if (xml == nullptr)
         throw RenderError (RenderError::corruptData,
                            what + " " + quoted (file) + " is not a valid XML document");
@@ -82,7 +83,7 @@ Renderer::~Renderer()
 
 void Renderer::restoreState (const juce::MemoryBlock& chunk, const juce::String& sourceName)
 {
-    auto xml = juce::AudioProcessor::getXmlFromBinary (chunk.getData(), (int) chunk.getSize());
+    auto xml = XmlText::fromBinary (chunk.getData(), (int) chunk.getSize());
     if (xml == nullptr)
         throw RenderError (RenderError::corruptData, sourceName + " is not a host state chunk of Vantrice");
     if (!processor->isStateXml (*xml))

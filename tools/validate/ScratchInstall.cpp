@@ -21,12 +21,8 @@ ScratchInstall::ScratchInstall (const juce::File& artefact, const juce::File& ro
     // The binary is the file itself, or the one shared library inside a bundle.
     if (copy.existsAsFile())
         binaryFolder = copy.getParentDirectory();
-    else
-        for (const auto& entry : juce::RangedDirectoryIterator (copy, true, "*.so", juce::File::findFiles))
-        {
-            binaryFolder = entry.getFile().getParentDirectory();
-            break;
-        }
+    else if (const auto found = copy.findChildFiles (juce::File::findFiles, true, "*.so"); !found.isEmpty())
+        binaryFolder = found.getFirst().getParentDirectory();
 }
 
 ScratchInstall::~ScratchInstall() { folder.deleteRecursively(); }

@@ -11,10 +11,8 @@ const char* const audioEffectCategory = "Audio Module Class";
 /** The module's binary: Contents/<architecture>-linux/<bundle name>.so. */
 juce::File findModuleBinary (const juce::File& bundle)
 {
-    for (const auto& entry : juce::RangedDirectoryIterator (bundle.getChildFile ("Contents"), true, "*.so",
-                                                            juce::File::findFiles))
-        return entry.getFile();
-    return {};
+    const auto found = bundle.getChildFile ("Contents").findChildFiles (juce::File::findFiles, true, "*.so");
+    return found.isEmpty() ? juce::File() : found.getFirst();
 }
 } // namespace
 
