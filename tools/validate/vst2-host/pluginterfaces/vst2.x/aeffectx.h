@@ -14,3 +14,16 @@ typedef struct
 } VstSpeakerArrangementWithRoom;
 
 #define VstSpeakerArrangement VstSpeakerArrangementWithRoom
+
+// The same for a pin's properties: the original interface ends them with 48 spare bytes, into which JUCE
+// writes a full-length short label's terminating zero; the clean-room header ends them at the short label.
+typedef struct
+{
+    char label[64];
+    int flags;
+    int arrangementType;
+    char shortLabel[8];
+    char future[48];
+} VstPinPropertiesWithRoom;
+
+#define VstPinProperties VstPinPropertiesWithRoom
