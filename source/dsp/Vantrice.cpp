@@ -93,6 +93,9 @@ Vantrice::Vantrice()
 
 Vantrice::~Vantrice()
 {
+    // Some wrappers run the plug-in's messages on a thread of their own and destroy it from the host's:
+    // no notification may start once the layers below this one are going.
+    cancelPendingUpdate();
     // The last instance to close decides what the next one starts from.
     saveUserSettings();
 }

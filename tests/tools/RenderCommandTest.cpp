@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace
 {
 juce::AudioBuffer<float> sine (int numChannels, int numSamples, double hz, double amplitude, double rate)
@@ -231,6 +233,36 @@ TEST (RenderCommand, WritesWhatTheProcessorGives)
 
     EXPECT_TRUE (identical (folder.readAudio ("out.wav"), expected));
     EXPECT_EQ (folder.listFiles(), juce::StringArray ("in.wav", "out.wav"));
+}
+
+TEST (RenderCommand, RendersOnlyTheAudioAFileHolds)
+{
+    // A header that claims two gigabytes of samples in a file of a few hundred bytes: the missing part is
+    // neither made up as silence nor allocated.
+    RenderTestFolder folder;
+    const int held = 64;
+    folder.writeWav ("in.wav", sine (2, held, 441.0, 0.5, 44100.0), 44100.0);
+    juce::MemoryBlock bytes;
+    folder.file ("in.wav").loadFileAsData (bytes);
+    auto* data = static_cast<char*> (bytes.getData());
+    int dataChunk = -1;
+    for (int i = 12; i + 8 <= (int) bytes.getSize(); ++i)
+        if (std::memcmp (data + i, "data", 4) == 0)
+            dataChunk = i;
+    ASSERT_GT (dataChunk, 0);
+    const juce::uint32 claimed = 0x7FFFFFF0;
+    // The RIFF size and the data chunk's size, little-endian.
+    for (int at : { 4, dataChunk + 4 })
+        for (int b = 0; b < 4; ++b)
+            data[at + b] = (char) ((claimed >> (8 * b)) & 0xFF);
+    folder.writeData ("liar.wav", bytes);
+
+    const auto run = folder.run ({ "liar.wav", "out.wav", "--quiet" });
+    ASSERT_EQ (run.code, 0) << run.err;
+    // At most as many frames as the whole file's bytes could hold, header included.
+    const auto rendered = folder.readAudio ("out.wav").getNumSamples();
+    EXPECT_GE (rendered, held);
+    EXPECT_LE (rendered, bytes.getSize() / (2 * sizeof (float)));
 }
 
 struct DepthCase

@@ -50,6 +50,18 @@ Audio readAudio (const juce::File& file)
                                                        + juce::String (reader->numChannels)
                                                        + " channels; only mono and stereo are supported");
     Renderer::checkSampleRate (reader->sampleRate);
+
+    // A header may claim more audio than the file holds (a cut-off download, or a hostile file), and the
+    // readers fill the missing part with silence. At most what the file can hold is rendered: as many
+    // frames as its bytes make for an uncompressed file, and for a compressed one at most 4096 frames per
+    // byte, the most a block of pure silence packs into one byte of any codec we read.
+    const bool uncompressed = reader->getFormatName() == "WAV file" || reader->getFormatName() == "AIFF file";
+    const auto bytesPerFrame =
+        (juce::int64) reader->numChannels * juce::jmax (1, (int) reader->bitsPerSample / 8);
+    const auto framesHeld = uncompressed ? file.getSize() / bytesPerFrame : file.getSize() * 4096;
+    if (reader->lengthInSamples > framesHeld)
+        reader->lengthInSamples = framesHeld;
+
     if (reader->lengthInSamples > std::numeric_limits<int>::max())
         throw RenderError (RenderError::inputFile, "input " + name + " is too long to render in one piece");
 
