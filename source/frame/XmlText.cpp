@@ -5,7 +5,8 @@
 
 std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::String& text)
 {
-    if (!isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) || hasInstructionInContent (text))
+    if (!isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) || hasInstructionInContent (text)
+        || hasUnclosedCharacterReference (text))
         return nullptr;
     return juce::XmlDocument::parse (text);
 }
@@ -51,6 +52,24 @@ std::unique_ptr<juce::XmlElement> XmlText::fromBinary (const void* data, int siz
     if (!isValidUtf8 (text, size))
         return nullptr;
     return parse (juce::String::fromUTF8 (text, (int) size));
+}
+
+bool XmlText::hasUnclosedCharacterReference (const juce::String& text)
+{
+    for (const char* p = std::strstr (text.toRawUTF8(), "&#"); p != nullptr; p = std::strstr (p + 2, "&#"))
+    {
+        const char* digits = p + 2;
+        const bool hex = *digits == 'x' || *digits == 'X';
+        if (hex)
+            ++digits;
+        const char* end = digits;
+        while (hex ? juce::CharacterFunctions::getHexDigitValue ((juce::juce_wchar) (unsigned char) *end) >= 0
+                   : (*end >= '0' && *end <= '9'))
+            ++end;
+        if (end == digits || *end != ';')
+            return true;
+    }
+    return false;
 }
 
 bool XmlText::hasInstructionInContent (const juce::String& text)

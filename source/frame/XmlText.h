@@ -5,9 +5,9 @@
 #include <memory>
 
 /** Parses documents that come from outside: files, host chunks, foreign text. JUCE's parser trusts its
-    text to be UTF-8 and reads past the end of text that isn't, and it never finishes a processing
-    instruction followed by text inside an element. Our documents have neither, so such text counts as
-    not parsing. */
+    text to be UTF-8 and reads past the end of text that isn't, it steps past the end of a character
+    reference that isn't closed, and it never finishes a processing instruction followed by text inside
+    an element. Our documents have none of these, so such text counts as not parsing. */
 class XmlText
 {
 public:
@@ -18,6 +18,9 @@ public:
     static std::unique_ptr<juce::XmlElement> parse (const juce::File& file);
     /** A processor's binary chunk: JUCE's header followed by the text. */
     static std::unique_ptr<juce::XmlElement> fromBinary (const void* data, int sizeInBytes);
+
+    /** Whether a character reference ("&#") lacks its digits or its closing ";". */
+    static bool hasUnclosedCharacterReference (const juce::String& text);
 
     /** Whether a processing instruction ("<?") stands anywhere behind the start of the root element. */
     static bool hasInstructionInContent (const juce::String& text);

@@ -32,6 +32,12 @@ TEST (XmlText, RefusesTextThatJucesParserCannotFinish)
     // An instruction followed by text inside the root would never end.
     EXPECT_EQ (parseBytes ("<EventsMap>e<e a=\"1\"><?xml version=\"1.0\"?>\x18t</e></EventsMap>"), nullptr);
     EXPECT_EQ (XmlText::parse (juce::String ("<a><?pi?>text</a>")), nullptr);
+    // A character reference that the text ends in, or that isn't closed.
+    EXPECT_EQ (parseBytes ("<a><b>text &#X"), nullptr);
+    EXPECT_EQ (parseBytes ("<a v=\"&#12\"/>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a>&#;</a>"), nullptr);
+    ASSERT_NE (parseBytes ("<a v=\"&#65;&#x42;\">&#x43;</a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a v=\"&#65;&#x42;\">&#x43;</a>")->getStringAttribute ("v"), "AB");
 }
 
 TEST (XmlText, ReadsUtf16FilesBehindTheirMark)

@@ -47,7 +47,7 @@ void drawWaveform (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
     g.fillRect (area);
 
     const float midY = (float) area.getCentreY();
-    const float halfHeight = area.getHeight() * 0.5f;
+    const float halfHeight = (float) area.getHeight() * 0.5f;
     auto yOf = [&] (double v) { return midY - (float) (v / scale) * halfHeight; };
 
     g.setColour (gridColour);
@@ -123,16 +123,16 @@ void drawSpectrum (juce::Graphics& g, juce::Rectangle<int> area, const juce::Aud
 
     auto xOf = [&] (double hz)
     {
-        return area.getX()
+        return (float) area.getX()
                + (float) (std::log (hz / lowestFrequency) / std::log (nyquist / lowestFrequency))
-                     * area.getWidth();
+                     * (float) area.getWidth();
     };
     auto hzAt = [&] (double x)
     { return lowestFrequency * std::pow (nyquist / lowestFrequency, (x - area.getX()) / area.getWidth()); };
     auto yOf = [&] (double db)
     {
         const double clamped = juce::jlimit (bottom, top, db);
-        return area.getY() + (float) ((top - clamped) / (top - bottom)) * area.getHeight();
+        return (float) area.getY() + (float) ((top - clamped) / (top - bottom)) * (float) area.getHeight();
     };
 
     g.setFont (labelFont());
