@@ -53,12 +53,16 @@ void StringParameter::setBoolValue (bool newValue, bool notify)
 
 void StringParameter::setStringValue (const juce::String& newValue, bool notify)
 {
-    const juce::ScopedWriteLock writing (lock);
+    {
+        const juce::ScopedWriteLock writing (lock);
 
-    if (value == newValue)
-        return;
+        if (value == newValue)
+            return;
 
-    value = newValue;
+        value = newValue;
+    }
+    // Listeners run outside the lock: the processor's take the family's lock, which the audio thread
+    // holds while a preset it applies writes this text.
     valueChanged (notify);
 }
 
