@@ -1,38 +1,32 @@
 // A MIDI map file from anywhere, loaded into a running instance.
-#include "FuzzHost.h"
-#include "PluginSnapshot.h"
+#include "FuzzBaseline.h"
 
 namespace
 {
-Vantrice* plugin = nullptr;
-juce::MemoryBlock baseline;
-PluginSnapshot before;
+std::unique_ptr<FuzzBaseline> base;
 juce::File file;
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
-    const auto folder = FuzzHost::get().getScratch().getChildFile ("map");
-    plugin = &FuzzHost::keepUntilExit (FuzzHost::startDistinctPlugin (folder));
-    plugin->getStateInformation (baseline);
-    before = PluginSnapshot::of (*plugin);
-    file = folder.getChildFile ("input.xml");
+    base = std::make_unique<FuzzBaseline> ("map");
+    file = base->folder.getChildFile ("input.xml");
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     file.replaceWithData (data, size);
-    auto& control = plugin->getMidiControl();
+    auto& control = base->plugin.getMidiControl();
     control.loadFile (file);
-    const auto after = PluginSnapshot::of (*plugin);
+    const auto after = PluginSnapshot::of (base->plugin);
 
     if (XmlText::parse (file) == nullptr)
-        FuzzHost::expect (after == before,
-                          "a map that doesn't parse changed the plug-in: " + after.differenceFrom (before));
+        FuzzHost::expect (after == base->before, "a map that doesn't parse changed the plug-in: "
+                                                     + after.differenceFrom (base->before));
 
     // A map moves nothing but the map, and binds only automatable parameters.
-    auto expected = before;
+    auto expected = base->before;
     expected.map = after.map;
     FuzzHost::expect (after == expected,
                       "a map file changed more than the map: " + after.differenceFrom (expected));
@@ -42,7 +36,6 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
             FuzzHost::expect (parameter->isAutomatable(), "a map bound a parameter that isn't automatable");
     FuzzHost::expect (!control.isLearnActive(), "a map file left learn on");
 
-    if (after != before)
-        plugin->setStateInformation (baseline.getData(), (int) baseline.getSize());
+    base->restoreIfChanged (after);
     return 0;
 }

@@ -1,16 +1,13 @@
 // MIDI from any device, played through the processor block by block, with the host writing parameters
 // between the blocks (also values no host should send).
-#include "FuzzHost.h"
-#include "PluginSnapshot.h"
+#include "FuzzBaseline.h"
 
 #include <cmath>
 #include <limits>
 
 namespace
 {
-Vantrice* plugin = nullptr;
-juce::MemoryBlock baseline;
-PluginSnapshot before;
+std::unique_ptr<FuzzBaseline> base;
 
 constexpr int maxBlockSize = 512;
 constexpr int maxBlocks = 64; // enough for a silent change to fade out and back
@@ -33,24 +30,21 @@ struct Reader
 
 extern "C" int LLVMFuzzerInitialize (int*, char***)
 {
-    plugin = &FuzzHost::keepUntilExit (
-        FuzzHost::startDistinctPlugin (FuzzHost::get().getScratch().getChildFile ("midi")));
-    plugin->getStateInformation (baseline);
-    before = PluginSnapshot::of (*plugin);
+    base = std::make_unique<FuzzBaseline> ("midi");
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
 {
     // Each input starts from the same instance, rate and silence.
-    plugin->setStateInformation (baseline.getData(), (int) baseline.getSize());
-    plugin->prepareToPlay (44100.0, maxBlockSize);
+    base->restore();
+    base->plugin.prepareToPlay (44100.0, maxBlockSize);
 
     Reader input{ data, size };
     juce::AudioBuffer<float> buffer (2, maxBlockSize);
     juce::MidiBuffer midi;
     int blockSize = 64;
-    auto& parameters = plugin->getParameters();
+    auto& parameters = base->plugin.getParameters();
     long played = 0;
     for (int block = 0; block < maxBlocks && input.more(); ++block)
     {
@@ -80,19 +74,19 @@ extern "C" int LLVMFuzzerTestOneInput (const uint8_t* data, size_t size)
             for (int i = 0; i < blockSize; ++i)
                 buffer.setSample (c, i, 0.9f * std::sin (0.05f * (float) (played + i)));
         juce::AudioBuffer<float> view (buffer.getArrayOfWritePointers(), 2, blockSize);
-        plugin->processBlock (view, midi);
+        base->plugin.processBlock (view, midi);
         played += blockSize;
         for (int c = 0; c < 2; ++c)
             for (int i = 0; i < blockSize; ++i)
                 FuzzHost::expect (std::isfinite (view.getSample (c, i)), "the output is not a number");
     }
 
-    const auto after = PluginSnapshot::of (*plugin);
+    const auto after = PluginSnapshot::of (base->plugin);
     FuzzHost::expect (after.brokenRule().empty(), "after MIDI and host writes: " + after.brokenRule());
     // MIDI selects presets and moves parameters, but never edits the bank or the map.
-    FuzzHost::expect (after.slots == before.slots && after.names == before.names
-                          && after.groups == before.groups,
+    FuzzHost::expect (after.slots == base->before.slots && after.names == base->before.names
+                          && after.groups == base->before.groups,
                       "MIDI changed the bank");
-    FuzzHost::expect (after.map == before.map, "MIDI changed the map");
+    FuzzHost::expect (after.map == base->before.map, "MIDI changed the map");
     return 0;
 }

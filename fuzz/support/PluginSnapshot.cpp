@@ -31,6 +31,17 @@ PluginSnapshot PluginSnapshot::of (Vantrice& plugin)
     return s;
 }
 
+PluginSnapshot PluginSnapshot::withoutSlot (int index) const
+{
+    auto s = *this;
+    if (index >= 0 && index < (int) s.slots.size())
+    {
+        s.slots.erase (s.slots.begin() + index);
+        s.names.erase (s.names.begin() + index);
+    }
+    return s;
+}
+
 bool PluginSnapshot::operator== (const PluginSnapshot& o) const
 {
     // Values compare by their bits, so that a NaN that got in is seen as a change.

@@ -23,6 +23,9 @@ struct PluginSnapshot
     bool operator== (const PluginSnapshot& other) const;
     bool operator!= (const PluginSnapshot& other) const { return !(*this == other); }
 
+    /** The same without one slot of the row: what a change to that slot alone must leave equal. */
+    PluginSnapshot withoutSlot (int index) const;
+
     /** The first difference, in words; empty when there is none. */
     std::string differenceFrom (const PluginSnapshot& other) const;
 
