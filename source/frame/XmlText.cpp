@@ -1,12 +1,15 @@
 #include "XmlText.h"
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <limits>
+#include <strings.h>
 
 std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::String& text)
 {
     if (!isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) || hasInstructionInContent (text)
-        || hasUnclosedCharacterReference (text))
+        || hasForeignReference (text))
         return nullptr;
     return juce::XmlDocument::parse (text);
 }
@@ -54,11 +57,19 @@ std::unique_ptr<juce::XmlElement> XmlText::fromBinary (const void* data, int siz
     return parse (juce::String::fromUTF8 (text, (int) size));
 }
 
-bool XmlText::hasUnclosedCharacterReference (const juce::String& text)
+bool XmlText::hasForeignReference (const juce::String& text)
 {
-    for (const char* p = std::strstr (text.toRawUTF8(), "&#"); p != nullptr; p = std::strstr (p + 2, "&#"))
+    // JUCE reads the five named references without regard to case, as these comparisons do.
+    static constexpr const char* named[] = { "amp;", "quot;", "apos;", "lt;", "gt;" };
+    for (const char* p = std::strchr (text.toRawUTF8(), '&'); p != nullptr; p = std::strchr (p + 1, '&'))
     {
-        const char* digits = p + 2;
+        const char* name = p + 1;
+        if (std::any_of (std::begin (named), std::end (named),
+                         [name] (const char* n) { return strncasecmp (name, n, std::strlen (n)) == 0; }))
+            continue;
+        if (*name != '#')
+            return true;
+        const char* digits = name + 1;
         const bool hex = *digits == 'x' || *digits == 'X';
         if (hex)
             ++digits;

@@ -6,8 +6,10 @@
 
 /** Parses documents that come from outside: files, host chunks, foreign text. JUCE's parser trusts its
     text to be UTF-8 and reads past the end of text that isn't, it steps past the end of a character
-    reference that isn't closed, and it never finishes a processing instruction followed by text inside
-    an element. Our documents have none of these, so such text counts as not parsing. */
+    reference that isn't closed, it parses an unknown reference that starts with "<" as elements, cut off
+    at the next ";" (even one that closes a reference inside it), and it never finishes a processing
+    instruction followed by text inside an element. Our documents have none of these, so such text
+    counts as not parsing. */
 class XmlText
 {
 public:
@@ -19,8 +21,9 @@ public:
     /** A processor's binary chunk: JUCE's header followed by the text. */
     static std::unique_ptr<juce::XmlElement> fromBinary (const void* data, int sizeInBytes);
 
-    /** Whether a character reference ("&#") lacks its digits or its closing ";". */
-    static bool hasUnclosedCharacterReference (const juce::String& text);
+    /** Whether an ampersand starts anything but one of the five named references ("&amp;" and its
+        kin) or a character reference with its digits and closing ";". */
+    static bool hasForeignReference (const juce::String& text);
 
     /** Whether a processing instruction ("<?") stands anywhere behind the start of the root element. */
     static bool hasInstructionInContent (const juce::String& text);

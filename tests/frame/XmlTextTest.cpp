@@ -23,7 +23,7 @@ TEST (XmlText, ReadsWellFormedDocumentsWithTheirProlog)
     EXPECT_EQ (xml->getNumChildElements(), 1);
 }
 
-TEST (XmlText, RefusesTextThatJucesParserCannotFinish)
+TEST (XmlText, RefusesTextThatJucesParserMisreads)
 {
     // Bytes that aren't UTF-8: a stray lead byte, a cut-off sequence at the end, a stray continuation.
     EXPECT_EQ (parseBytes ("<Preset name=\"a\xff\"/>"), nullptr);
@@ -36,6 +36,12 @@ TEST (XmlText, RefusesTextThatJucesParserCannotFinish)
     EXPECT_EQ (parseBytes ("<a><b>text &#X"), nullptr);
     EXPECT_EQ (parseBytes ("<a v=\"&#12\"/>"), nullptr);
     EXPECT_EQ (parseBytes ("<a>&#;</a>"), nullptr);
+    // An unknown reference, which JUCE would parse as elements up to the ";" inside it.
+    EXPECT_EQ (parseBytes ("<a>e&<b>x&#xCC;y</a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a v=\"&nbsp;\"/>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a>&</a>"), nullptr);
+    ASSERT_NE (parseBytes ("<a v=\"&amp;&QUOT;&apos;\">&lt;&gt;</a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a v=\"&amp;&QUOT;&apos;\"/>")->getStringAttribute ("v"), "&\"'");
     ASSERT_NE (parseBytes ("<a v=\"&#65;&#x42;\">&#x43;</a>"), nullptr);
     EXPECT_EQ (parseBytes ("<a v=\"&#65;&#x42;\">&#x43;</a>")->getStringAttribute ("v"), "AB");
 }
