@@ -40,8 +40,8 @@ target_compile_definitions(vantrice_juce INTERFACE
     $<TARGET_PROPERTY:vantrice_juce,COMPILE_DEFINITIONS>)
 
 # Hosting the 2.4 interface needs Debian's clean-room headers, pluginterfaces/vst2.x under /usr/include,
-# seen by JUCE's host code through the validator's shim that gives speaker arrangements their full size.
-target_include_directories(vantrice_juce PRIVATE ${PROJECT_SOURCE_DIR}/tools/validate/vst2-host /usr/include)
+# seen by JUCE's host code through the plug-in's shim that gives them the original interface's sizes.
+target_include_directories(vantrice_juce PRIVATE ${PROJECT_SOURCE_DIR}/plugin/vst2-interface /usr/include)
 
 # JUCE's own code is not ours to keep warning-free.
 target_compile_options(vantrice_juce PRIVATE -w)
