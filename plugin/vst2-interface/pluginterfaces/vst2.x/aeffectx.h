@@ -1,9 +1,9 @@
 #pragma once
 
-// JUCE's plug-in and host code size a speaker arrangement as the original interface declared it, with room for eight
-// speakers in the structure itself; Debian's clean-room header declares an open array instead, so the host
-// would write the speakers of a stereo arrangement past the end of what it allocates. Both see the layout
-// here, with the room for eight speakers they count on.
+// JUCE's plug-in and host code size a speaker arrangement as the original interface declared it, with
+// room for eight speakers in the structure itself; Debian's clean-room header declares an open array
+// instead, so JUCE would write the speakers of a stereo arrangement past the end of what it allocates.
+// Both see the layout here, with the room for eight speakers they count on.
 #include_next <pluginterfaces/vst2.x/aeffectx.h>
 
 typedef struct
