@@ -1,15 +1,14 @@
 #include "XmlText.h"
 
-#include <algorithm>
+#include <array>
 #include <cstring>
-#include <iterator>
 #include <limits>
 #include <strings.h>
+#include <utility>
 
 std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::String& text)
 {
-    if (!isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) || hasInstructionInContent (text)
-        || hasForeignReference (text))
+    if (!isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) || !isPlainDocument (text))
         return nullptr;
     return juce::XmlDocument::parse (text);
 }
@@ -25,9 +24,13 @@ std::unique_ptr<juce::XmlElement> XmlText::parse (const void* data, size_t size)
         size >= 2 && ((bytes[0] == 0xFF && bytes[1] == 0xFE) || (bytes[0] == 0xFE && bytes[1] == 0xFF));
     if (utf16)
         return parse (juce::String::createStringFromData (data, (int) size));
-    if (!isValidUtf8 (static_cast<const char*> (data), size))
+    // Editors that write UTF-8 may put its mark first, which JUCE would take for text before the root.
+    const bool utf8Mark = size >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
+    const auto* text = static_cast<const char*> (data) + (utf8Mark ? 3 : 0);
+    const auto length = size - (utf8Mark ? 3 : 0);
+    if (!isValidUtf8 (text, length))
         return nullptr;
-    return parse (juce::String::fromUTF8 (static_cast<const char*> (data), (int) size));
+    return parse (juce::String::fromUTF8 (text, (int) length));
 }
 
 std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::File& file)
@@ -57,44 +60,177 @@ std::unique_ptr<juce::XmlElement> XmlText::fromBinary (const void* data, int siz
     return parse (juce::String::fromUTF8 (text, (int) size));
 }
 
-bool XmlText::hasForeignReference (const juce::String& text)
+namespace
 {
-    // JUCE reads the five named references without regard to case, as these comparisons do.
-    static constexpr const char* named[] = { "amp;", "quot;", "apos;", "lt;", "gt;" };
-    for (const char* p = std::strchr (text.toRawUTF8(), '&'); p != nullptr; p = std::strchr (p + 1, '&'))
-    {
-        const char* name = p + 1;
-        if (std::any_of (std::begin (named), std::end (named),
-                         [name] (const char* n) { return strncasecmp (name, n, std::strlen (n)) == 0; }))
-            continue;
-        if (*name != '#')
-            return true;
-        const char* digits = name + 1;
-        const bool hex = *digits == 'x' || *digits == 'X';
-        if (hex)
-            ++digits;
-        const char* end = digits;
-        while (hex ? juce::CharacterFunctions::getHexDigitValue ((juce::juce_wchar) (unsigned char) *end) >= 0
-                   : (*end >= '0' && *end <= '9'))
-            ++end;
-        if (end == digits || *end != ';')
-            return true;
-    }
-    return false;
+// Far beyond our documents' four levels, and far within any thread's stack for JUCE's recursive reader.
+constexpr int maxDepth = 256;
+
+bool isSpace (char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+
+bool isNameChar (char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '-'
+           || c == ':' || c == '.';
 }
 
-bool XmlText::hasInstructionInContent (const juce::String& text)
+const char* skipSpace (const char* p)
 {
-    // The root starts at the first "<" that opens neither a declaration, an instruction nor a comment.
-    const auto* t = text.toRawUTF8();
-    const char* root = nullptr;
-    for (const char* p = std::strchr (t, '<'); p != nullptr; p = std::strchr (p + 1, '<'))
-        if (p[1] != '?' && p[1] != '!')
-        {
-            root = p;
+    while (isSpace (*p))
+        ++p;
+    return p;
+}
+
+const char* skipName (const char* p)
+{
+    while (isNameChar (*p))
+        ++p;
+    return p;
+}
+
+bool startsWith (const char* p, const char* prefix)
+{
+    return std::strncmp (p, prefix, std::strlen (prefix)) == 0;
+}
+
+// Past the first `closing` at or after p, or nullptr when the text has none.
+const char* pastClosing (const char* p, const char* closing)
+{
+    const char* found = std::strstr (p, closing);
+    return found == nullptr ? nullptr : found + std::strlen (closing);
+}
+
+// Past the reference that starts at p's "&": one of the five named ones, without regard to case as JUCE
+// reads them, or a character reference to a character text can hold, with no more digits than JUCE
+// reads (eight hexadecimal, twelve decimal). Anything else gives nullptr.
+const char* pastReference (const char* p)
+{
+    static constexpr const char* named[] = { "amp;", "quot;", "apos;", "lt;", "gt;" };
+    for (const char* name : named)
+        if (strncasecmp (p + 1, name, std::strlen (name)) == 0)
+            return p + 1 + std::strlen (name);
+    if (p[1] != '#')
+        return nullptr;
+    const bool hex = p[2] == 'x' || p[2] == 'X';
+    const char* digits = p + (hex ? 3 : 2);
+    const int base = hex ? 16 : 10;
+    const long maxDigits = hex ? 8 : 12;
+    juce::int64 code = 0;
+    const char* end = digits;
+    for (;; ++end)
+    {
+        const int digit =
+            hex ? juce::CharacterFunctions::getHexDigitValue ((juce::juce_wchar) (unsigned char) *end)
+                : ((*end >= '0' && *end <= '9') ? *end - '0' : -1);
+        if (digit < 0)
             break;
+        if (end - digits == maxDigits)
+            return nullptr;
+        code = code * base + digit;
+    }
+    const bool isCharacter = code > 0 && code <= 0x10FFFF && !(code >= 0xD800 && code <= 0xDFFF);
+    return (end != digits && *end == ';' && isCharacter) ? end + 1 : nullptr;
+}
+
+// Past a start tag's attributes and its ">" or "/>" (telling which in `empty`), or nullptr.
+const char* pastAttributes (const char* p, bool& empty)
+{
+    for (;;)
+    {
+        p = skipSpace (p);
+        if (*p == '>' || (p[0] == '/' && p[1] == '>'))
+        {
+            empty = *p == '/';
+            return p + (empty ? 2 : 1);
         }
-    return root != nullptr && std::strstr (root, "<?") != nullptr;
+        const char* nameEnd = skipName (p);
+        if (nameEnd == p)
+            return nullptr;
+        p = skipSpace (nameEnd);
+        if (*p != '=')
+            return nullptr;
+        p = skipSpace (p + 1);
+        const char quote = *p;
+        if (quote != '"' && quote != '\'')
+            return nullptr;
+        for (++p; *p != quote;)
+        {
+            if (*p == 0)
+                return nullptr;
+            p = *p == '&' ? pastReference (p) : p + 1;
+            if (p == nullptr)
+                return nullptr;
+        }
+        ++p;
+    }
+}
+} // namespace
+
+bool XmlText::isPlainDocument (const juce::String& text)
+{
+    const char* p = text.toRawUTF8();
+    for (;;)
+    {
+        p = skipSpace (p);
+        if (startsWith (p, "<?"))
+            p = pastClosing (p + 2, "?>");
+        else if (startsWith (p, "<!--"))
+            p = pastClosing (p + 4, "-->");
+        else
+            break;
+        if (p == nullptr)
+            return false;
+    }
+    if (*p != '<')
+        return false;
+
+    // The names of the elements open around p, to match their end tags against.
+    std::array<std::pair<const char*, size_t>, maxDepth> open{};
+    int depth = 0;
+    for (;;)
+    {
+        const char* name = p + 1;
+        const char* nameEnd = skipName (name);
+        if (nameEnd == name || depth == maxDepth)
+            return false;
+        bool empty = false;
+        p = pastAttributes (nameEnd, empty);
+        if (p == nullptr)
+            return false;
+        if (!empty)
+            open[(size_t) depth++] = { name, (size_t) (nameEnd - name) };
+
+        // Content up to the next start tag; JUCE reads nothing after the root's end.
+        for (;;)
+        {
+            if (depth == 0)
+                return true;
+            if (*p == 0)
+                return false;
+            if (*p == '&')
+                p = pastReference (p);
+            else if (*p != '<')
+                ++p;
+            else if (startsWith (p, "<!--"))
+                p = pastClosing (p + 4, "-->");
+            else if (startsWith (p, "<![CDATA["))
+                p = pastClosing (p + 9, "]]>");
+            else if (p[1] == '/')
+            {
+                const auto [openName, length] = open[(size_t) (depth - 1)];
+                if (std::strncmp (p + 2, openName, length) != 0 || isNameChar (p[2 + length]))
+                    return false;
+                p = skipSpace (p + 2 + length);
+                if (*p != '>')
+                    return false;
+                ++p;
+                --depth;
+            }
+            else
+                break;
+            if (p == nullptr)
+                return false;
+        }
+    }
 }
 
 bool XmlText::isValidUtf8 (const char* data, size_t size)

@@ -5,28 +5,27 @@
 #include <memory>
 
 /** Parses documents that come from outside: files, host chunks, foreign text. JUCE's parser trusts its
-    text to be UTF-8 and reads past the end of text that isn't, it steps past the end of a character
-    reference that isn't closed, it parses an unknown reference that starts with "<" as elements, cut off
-    at the next ";" (even one that closes a reference inside it), and it never finishes a processing
-    instruction followed by text inside an element. Our documents have none of these, so such text
-    counts as not parsing. */
+    text: it reads past the end of text that isn't UTF-8, steps past the end of a character reference
+    that isn't closed, parses an unknown reference as elements, writes a reference to no character as
+    bytes that aren't UTF-8, never finishes a processing instruction followed by text inside an
+    element, and recurses once per level of nesting. So text must first walk cleanly as a plain
+    document, the kind we write; anything else counts as not parsing. */
 class XmlText
 {
 public:
     static std::unique_ptr<juce::XmlElement> parse (const juce::String& text);
-    /** Bytes as a file holds them: UTF-8, or UTF-16 behind its byte order mark. */
+    /** Bytes as a file holds them: UTF-8 with or without its mark, or UTF-16 behind its mark. */
     static std::unique_ptr<juce::XmlElement> parse (const void* data, size_t size);
     /** Reads the file as JUCE does, byte order marks included; a missing file doesn't parse. */
     static std::unique_ptr<juce::XmlElement> parse (const juce::File& file);
     /** A processor's binary chunk: JUCE's header followed by the text. */
     static std::unique_ptr<juce::XmlElement> fromBinary (const void* data, int sizeInBytes);
 
-    /** Whether an ampersand starts anything but one of the five named references ("&amp;" and its
-        kin) or a character reference with its digits and closing ";". */
-    static bool hasForeignReference (const juce::String& text);
-
-    /** Whether a processing instruction ("<?") stands anywhere behind the start of the root element. */
-    static bool hasInstructionInContent (const juce::String& text);
+    /** Whether the text is a plain document: a prolog of space, comments and instructions (the
+        declaration among them), then one root element holding only elements (at most 256 deep, each closed by
+       its own name), text, comments and character data, with quoted attributes, and with references only to
+       the five named entities or to characters. JUCE reads such text exactly and safely. */
+    static bool isPlainDocument (const juce::String& text);
 
     /** Whether the bytes up to `size` or the first zero byte are whole UTF-8 characters. */
     static bool isValidUtf8 (const char* data, size_t size);

@@ -32,18 +32,64 @@ TEST (XmlText, RefusesTextThatJucesParserMisreads)
     // An instruction followed by text inside the root would never end.
     EXPECT_EQ (parseBytes ("<EventsMap>e<e a=\"1\"><?xml version=\"1.0\"?>\x18t</e></EventsMap>"), nullptr);
     EXPECT_EQ (XmlText::parse (juce::String ("<a><?pi?>text</a>")), nullptr);
-    // A character reference that the text ends in, or that isn't closed.
+    // A character reference that the text ends in, that isn't closed, or that names no character.
     EXPECT_EQ (parseBytes ("<a><b>text &#X"), nullptr);
     EXPECT_EQ (parseBytes ("<a v=\"&#12\"/>"), nullptr);
     EXPECT_EQ (parseBytes ("<a>&#;</a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a v=\"&#x7FFFFFFF;\"/>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a v=\"&#xD800;\"/>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a>&#0;</a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a>&#x000000041;</a>"), nullptr);
     // An unknown reference, which JUCE would parse as elements up to the ";" inside it.
     EXPECT_EQ (parseBytes ("<a>e&<b>x&#xCC;y</a>"), nullptr);
     EXPECT_EQ (parseBytes ("<a v=\"&nbsp;\"/>"), nullptr);
     EXPECT_EQ (parseBytes ("<a>&</a>"), nullptr);
-    ASSERT_NE (parseBytes ("<a v=\"&amp;&QUOT;&apos;\">&lt;&gt;</a>"), nullptr);
-    EXPECT_EQ (parseBytes ("<a v=\"&amp;&QUOT;&apos;\"/>")->getStringAttribute ("v"), "&\"'");
-    ASSERT_NE (parseBytes ("<a v=\"&#65;&#x42;\">&#x43;</a>"), nullptr);
-    EXPECT_EQ (parseBytes ("<a v=\"&#65;&#x42;\">&#x43;</a>")->getStringAttribute ("v"), "AB");
+}
+
+TEST (XmlText, ReadsReferencesToCharactersAndTheFiveNamedEntities)
+{
+    const auto xml = parseBytes ("<a v=\"&#65;&#x42;&amp;&QUOT;&apos;\">&lt;&#x10FFFF;&gt;</a>");
+    ASSERT_NE (xml, nullptr);
+    EXPECT_EQ (xml->getStringAttribute ("v"), "AB&\"'");
+    EXPECT_EQ (xml->getAllSubText(), juce::String ("<") + juce::String::charToString (0x10FFFF) + ">");
+}
+
+TEST (XmlText, WalksOnlyDocumentsShapedAsWeWriteThem)
+{
+    // Comments, character data and a ">" in an attribute are ours to read; nothing after the root is read.
+    ASSERT_NE (parseBytes ("<a x='1>0'><!-- & --><![CDATA[<&>]]><b/></a> trailing <&"), nullptr);
+    EXPECT_EQ (parseBytes ("<a x='1>0'><![CDATA[<&>]]></a>")->getAllSubText(), "<&>");
+    EXPECT_EQ (parseBytes ("<a><b></a></b>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a><b></bb></a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a x=1/>"), nullptr);
+    EXPECT_EQ (parseBytes ("< a/>"), nullptr);
+    EXPECT_EQ (parseBytes ("<!DOCTYPE a [<!ENTITY e \"<b/>\">]><a>&e;</a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a><!-- unclosed </a>"), nullptr);
+    EXPECT_EQ (parseBytes ("<a>text"), nullptr);
+}
+
+TEST (XmlText, RefusesNestingDeeperThanAReaderShouldRecurse)
+{
+    const auto nested = [] (int depth)
+    {
+        std::string text;
+        for (int i = 0; i < depth; ++i)
+            text += "<e>";
+        for (int i = 0; i < depth; ++i)
+            text += "</e>";
+        return text;
+    };
+    EXPECT_NE (parseBytes (nested (256)), nullptr);
+    EXPECT_EQ (parseBytes (nested (257)), nullptr);
+    // A file of a million levels must not take the host's stack with it.
+    EXPECT_EQ (parseBytes (nested (1000000)), nullptr);
+}
+
+TEST (XmlText, ReadsUtf8FilesWithOrWithoutTheirMark)
+{
+    const auto xml = parseBytes ("\xef\xbb\xbf<?xml version=\"1.0\"?><MidiCCMap/>");
+    ASSERT_NE (xml, nullptr);
+    EXPECT_TRUE (xml->hasTagName ("MidiCCMap"));
 }
 
 TEST (XmlText, ReadsUtf16FilesBehindTheirMark)
