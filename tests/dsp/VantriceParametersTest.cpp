@@ -1,3 +1,4 @@
+#include "support/ExpectedParameters.h"
 #include "support/PluginHarness.h"
 
 #include <gtest/gtest.h>
@@ -104,36 +105,17 @@ TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
     PluginHarness plugin;
     const auto& list = plugin->getParameters();
     ASSERT_EQ (list.size(), 18);
-    const char* const names[] = { "Preamp",
-                                  "Left Bits",
-                                  "Left Frequency",
-                                  "Left Link Freq",
-                                  "Left Filter Type",
-                                  "Left Cutoff",
-                                  "Left Reso/Bandwidth",
-                                  "Right Bits",
-                                  "Right Frequency",
-                                  "Right Link Freq",
-                                  "Right Filter Type",
-                                  "Right Cutoff",
-                                  "Right Reso/Bandwidth",
-                                  "Link Channels",
-                                  "FX",
-                                  "Output Volume",
-                                  "Left Filter Order",
-                                  "Right Filter Order" };
-    const int steps[] = { 0, 17, 0, 2, 5, 0, 0, 17, 0, 2, 5, 0, 0, 2, 0, 0, 2, 2 };
-    const float defaults[] = { 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0.5f, 0, 0 };
     for (int i = 0; i < 18; ++i)
     {
+        const auto& expected = expectedParameters[(size_t) i];
         auto* p = list[i];
-        EXPECT_EQ (p->getName (100), juce::String (names[i]));
-        EXPECT_EQ (p->isDiscrete(), steps[i] > 0) << i;
-        if (steps[i] > 0)
+        EXPECT_EQ (p->getName (100), juce::String (expected.name));
+        EXPECT_EQ (p->isDiscrete(), expected.steps > 0) << i;
+        if (expected.steps > 0)
         {
-            EXPECT_EQ (p->getNumSteps(), steps[i]) << i;
+            EXPECT_EQ (p->getNumSteps(), expected.steps) << i;
         }
-        EXPECT_EQ (p->getDefaultValue(), defaults[i]) << i;
+        EXPECT_EQ (p->getDefaultValue(), expected.start) << i;
         EXPECT_EQ (p->getValue(), plugin->getPreset (0)->getValue (i))
             << "the first preset is applied at start";
     }

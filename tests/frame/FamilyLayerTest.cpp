@@ -1,6 +1,7 @@
 #include "dsp/RateInfo.h"
 #include "dsp/Vantrice.h"
 #include "frame/FerrowynOldCompatible.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -17,20 +18,6 @@ namespace
 constexpr double testRate = 44100.0;
 constexpr int blockSize = 256;
 constexpr int parameterCount = 18;
-
-// A fresh folder per plug-in, so that no settings file is shared between tests.
-struct TempFolder
-{
-    TempFolder()
-        : folder (juce::File::createTempFile ("vantrice-test"))
-    {
-        folder.createDirectory();
-    }
-
-    ~TempFolder() { folder.deleteRecursively(); }
-
-    juce::File folder;
-};
 
 // One call into the core, as the family layer made it.
 struct CoreCall

@@ -5,6 +5,7 @@
 #include "parameters/IntParameter.h"
 #include "parameters/NoteParameter.h"
 #include "parameters/StringParameter.h"
+#include "support/ExpectedParameters.h"
 
 #include <gtest/gtest.h>
 
@@ -32,48 +33,21 @@ struct Recorder : Parameter::Listener
     std::vector<int> seen;
 };
 
-struct EmbeddedRow
-{
-    int index;
-    const char* name;
-    float value;
-};
-
 TEST (ParameterManager, EmbeddedTableHoldsTheEighteenHostParameters)
 {
-    const EmbeddedRow rows[] = {
-        { 0, "Preamp", 0.0f },
-        { 1, "Left Bits", 1.0f },
-        { 2, "Left Frequency", 1.0f },
-        { 3, "Left Link Freq", 0.0f },
-        { 4, "Left Filter Type", 1.0f },
-        { 5, "Left Cutoff", 1.0f },
-        { 6, "Left Reso/Bandwidth", 0.0f },
-        { 7, "Right Bits", 1.0f },
-        { 8, "Right Frequency", 1.0f },
-        { 9, "Right Link Freq", 0.0f },
-        { 10, "Right Filter Type", 1.0f },
-        { 11, "Right Cutoff", 1.0f },
-        { 12, "Right Reso/Bandwidth", 0.0f },
-        { 13, "Link Channels", 1.0f },
-        { 14, "FX", 1.0f },
-        { 15, "Output Volume", 0.5f },
-        { 16, "Left Filter Order", 0.0f },
-        { 17, "Right Filter Order", 0.0f },
-    };
-
     ParameterManager manager;
     manager.loadFromResource ("parameters.xml");
     ASSERT_EQ (manager.getNumParameters(), 18);
 
-    for (const auto& row : rows)
+    for (int index = 0; index < 18; ++index)
     {
+        const auto& row = expectedParameters[(size_t) index];
         SCOPED_TRACE (row.name);
-        auto* parameter = dynamic_cast<FloatParameter*> (manager.getParameter (row.index));
+        auto* parameter = dynamic_cast<FloatParameter*> (manager.getParameter (index));
         ASSERT_NE (parameter, nullptr);
         EXPECT_EQ (parameter->getName(), juce::String (row.name));
         EXPECT_EQ (manager.getParameterByName (row.name), parameter);
-        EXPECT_FLOAT_EQ (parameter->getValue(), row.value);
+        EXPECT_FLOAT_EQ (parameter->getValue(), row.start);
         EXPECT_FLOAT_EQ (parameter->getMinimum(), 0.0f);
         EXPECT_FLOAT_EQ (parameter->getMaximum(), 1.0f);
         EXPECT_TRUE (parameter->isAutomatable());

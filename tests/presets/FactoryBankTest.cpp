@@ -1,4 +1,5 @@
 #include "frame/ResourceLoader.h"
+#include "support/ExpectedParameters.h"
 
 #include <gtest/gtest.h>
 
@@ -8,26 +9,6 @@
 
 namespace
 {
-const std::vector<juce::String> parameterNames{ "Preamp",
-                                                "Left Bits",
-                                                "Left Frequency",
-                                                "Left Link Freq",
-                                                "Left Filter Type",
-                                                "Left Cutoff",
-                                                "Left Reso/Bandwidth",
-                                                "Right Bits",
-                                                "Right Frequency",
-                                                "Right Link Freq",
-                                                "Right Filter Type",
-                                                "Right Cutoff",
-                                                "Right Reso/Bandwidth",
-                                                "Link Channels",
-                                                "FX",
-                                                "Output Volume",
-                                                "Left Filter Order",
-                                                "Right Filter Order" };
-
-const std::vector<double> startValues{ 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0, 1, 1, 0.5, 0, 0 };
 
 struct Group
 {
@@ -122,11 +103,12 @@ void expectParamsInTableOrder (const juce::XmlElement& preset)
 {
     const auto name = preset.getStringAttribute ("name");
     const auto children = childrenOf (preset);
-    ASSERT_EQ (children.size(), parameterNames.size()) << name;
+    ASSERT_EQ (children.size(), expectedParameters.size()) << name;
     for (size_t i = 0; i < children.size(); ++i)
     {
         EXPECT_EQ (children[i]->getTagName(), "param") << name;
-        EXPECT_EQ (children[i]->getStringAttribute ("name"), parameterNames[i]) << name << " row " << (int) i;
+        EXPECT_EQ (children[i]->getStringAttribute ("name"), expectedParameters[i].name)
+            << name << " row " << (int) i;
         EXPECT_TRUE (children[i]->hasAttribute ("value")) << name << " row " << (int) i;
     }
 }
@@ -156,9 +138,9 @@ TEST (FactoryBank, DefaultPresetHoldsTheStartValues)
     expectParamsInTableOrder (*preset);
 
     const auto values = valuesOf (*preset);
-    ASSERT_EQ (values.size(), startValues.size());
+    ASSERT_EQ (values.size(), expectedParameters.size());
     for (size_t i = 0; i < values.size(); ++i)
-        EXPECT_EQ (values[i], startValues[i]) << parameterNames[i];
+        EXPECT_EQ (values[i], (double) expectedParameters[i].start) << expectedParameters[i].name;
 
     for (auto* param : preset->getChildWithTagNameIterator ("param"))
         EXPECT_EQ (param->getStringAttribute ("value"), writtenForm (param->getDoubleAttribute ("value")));
@@ -267,7 +249,7 @@ TEST (FactoryBank, GivenRowsAreExact)
         const auto values = valuesOf (*preset);
         ASSERT_EQ (values.size(), expected.size()) << name;
         for (size_t i = 0; i < values.size(); ++i)
-            EXPECT_EQ (values[i], expected[i]) << name << " / " << parameterNames[i];
+            EXPECT_EQ (values[i], expected[i]) << name << " / " << expectedParameters[i].name;
     }
 }
 

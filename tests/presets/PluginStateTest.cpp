@@ -1,4 +1,5 @@
 #include "dsp/Vantrice.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,20 +16,6 @@ namespace
 {
 constexpr int parameterCount = 18;
 constexpr int bankSize = BasePluginOldStyle::numPresetsInBank;
-
-// A fresh folder per test: the plug-in reads its settings from it and writes them there when it goes.
-struct TempFolder
-{
-    TempFolder()
-        : folder (juce::File::createTempFile ("vantrice-test"))
-    {
-        folder.createDirectory();
-    }
-
-    ~TempFolder() { folder.deleteRecursively(); }
-
-    juce::File folder;
-};
 
 // Sets an environment variable for one scope, and puts back what was there.
 struct ScopedEnvironment
