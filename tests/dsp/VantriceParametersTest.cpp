@@ -1,4 +1,4 @@
-#include "support/ExpectedParameters.h"
+#include "ExpectedPlugin.h"
 #include "support/PluginHarness.h"
 
 #include <gtest/gtest.h>
@@ -107,15 +107,15 @@ TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
     ASSERT_EQ (list.size(), 18);
     for (int i = 0; i < 18; ++i)
     {
-        const auto& expected = expectedParameters[(size_t) i];
+        const auto& expected = ExpectedPlugin::parameters[(size_t) i];
         auto* p = list[i];
         EXPECT_EQ (p->getName (100), juce::String (expected.name));
-        EXPECT_EQ (p->isDiscrete(), expected.steps > 0) << i;
-        if (expected.steps > 0)
+        EXPECT_EQ (p->isDiscrete(), expected.numSteps > 0) << i;
+        if (expected.numSteps > 0)
         {
-            EXPECT_EQ (p->getNumSteps(), expected.steps) << i;
+            EXPECT_EQ (p->getNumSteps(), expected.numSteps) << i;
         }
-        EXPECT_EQ (p->getDefaultValue(), expected.start) << i;
+        EXPECT_EQ (p->getDefaultValue(), expected.defaultValue) << i;
         EXPECT_EQ (p->getValue(), plugin->getPreset (0)->getValue (i))
             << "the first preset is applied at start";
     }

@@ -1,11 +1,11 @@
 #include "parameters/ParameterManager.h"
+#include "ExpectedPlugin.h"
 #include "parameters/BoolParameter.h"
 #include "parameters/EnumParameter.h"
 #include "parameters/FloatParameter.h"
 #include "parameters/IntParameter.h"
 #include "parameters/NoteParameter.h"
 #include "parameters/StringParameter.h"
-#include "support/ExpectedParameters.h"
 
 #include <gtest/gtest.h>
 
@@ -41,13 +41,13 @@ TEST (ParameterManager, EmbeddedTableHoldsTheEighteenHostParameters)
 
     for (int index = 0; index < 18; ++index)
     {
-        const auto& row = expectedParameters[(size_t) index];
+        const auto& row = ExpectedPlugin::parameters[(size_t) index];
         SCOPED_TRACE (row.name);
         auto* parameter = dynamic_cast<FloatParameter*> (manager.getParameter (index));
         ASSERT_NE (parameter, nullptr);
         EXPECT_EQ (parameter->getName(), juce::String (row.name));
         EXPECT_EQ (manager.getParameterByName (row.name), parameter);
-        EXPECT_FLOAT_EQ (parameter->getValue(), row.start);
+        EXPECT_FLOAT_EQ (parameter->getValue(), row.defaultValue);
         EXPECT_FLOAT_EQ (parameter->getMinimum(), 0.0f);
         EXPECT_FLOAT_EQ (parameter->getMaximum(), 1.0f);
         EXPECT_TRUE (parameter->isAutomatable());

@@ -1,5 +1,5 @@
+#include "ExpectedPlugin.h"
 #include "frame/ResourceLoader.h"
-#include "support/ExpectedParameters.h"
 
 #include <gtest/gtest.h>
 
@@ -103,11 +103,11 @@ void expectParamsInTableOrder (const juce::XmlElement& preset)
 {
     const auto name = preset.getStringAttribute ("name");
     const auto children = childrenOf (preset);
-    ASSERT_EQ (children.size(), expectedParameters.size()) << name;
+    ASSERT_EQ (children.size(), ExpectedPlugin::parameters.size()) << name;
     for (size_t i = 0; i < children.size(); ++i)
     {
         EXPECT_EQ (children[i]->getTagName(), "param") << name;
-        EXPECT_EQ (children[i]->getStringAttribute ("name"), expectedParameters[i].name)
+        EXPECT_EQ (children[i]->getStringAttribute ("name"), ExpectedPlugin::parameters[i].name)
             << name << " row " << (int) i;
         EXPECT_TRUE (children[i]->hasAttribute ("value")) << name << " row " << (int) i;
     }
@@ -138,9 +138,10 @@ TEST (FactoryBank, DefaultPresetHoldsTheStartValues)
     expectParamsInTableOrder (*preset);
 
     const auto values = valuesOf (*preset);
-    ASSERT_EQ (values.size(), expectedParameters.size());
+    ASSERT_EQ (values.size(), ExpectedPlugin::parameters.size());
     for (size_t i = 0; i < values.size(); ++i)
-        EXPECT_EQ (values[i], (double) expectedParameters[i].start) << expectedParameters[i].name;
+        EXPECT_EQ (values[i], (double) ExpectedPlugin::parameters[i].defaultValue)
+            << ExpectedPlugin::parameters[i].name;
 
     for (auto* param : preset->getChildWithTagNameIterator ("param"))
         EXPECT_EQ (param->getStringAttribute ("value"), writtenForm (param->getDoubleAttribute ("value")));
@@ -249,7 +250,7 @@ TEST (FactoryBank, GivenRowsAreExact)
         const auto values = valuesOf (*preset);
         ASSERT_EQ (values.size(), expected.size()) << name;
         for (size_t i = 0; i < values.size(); ++i)
-            EXPECT_EQ (values[i], expected[i]) << name << " / " << expectedParameters[i].name;
+            EXPECT_EQ (values[i], expected[i]) << name << " / " << ExpectedPlugin::parameters[i].name;
     }
 }
 
