@@ -24,6 +24,18 @@ struct Audio
     double sampleRate = 0.0;
 };
 
+// Where an uncompressed file's first frame starts: JUCE's readers seek to a frame and read exactly its
+// bytes, so reading the first one leaves the stream just past it. Before any metadata that precedes the
+// samples, this tells how much of the file the samples can have.
+juce::int64 firstFrameOffset (juce::AudioFormatReader& reader, juce::int64 bytesPerFrame)
+{
+    juce::AudioBuffer<float> frame ((int) reader.numChannels, 1);
+    if (reader.lengthInSamples < 1 || reader.input == nullptr || !reader.read (&frame, 0, 1, 0, true, true))
+        return 0;
+    return juce::jlimit<juce::int64> (0, reader.input->getTotalLength(),
+                                      reader.input->getPosition() - bytesPerFrame);
+}
+
 Audio readAudio (const juce::File& file)
 {
     const auto name = "'" + file.getFullPathName() + "'";
@@ -52,13 +64,15 @@ Audio readAudio (const juce::File& file)
     Renderer::checkSampleRate (reader->sampleRate);
 
     // A header may claim more audio than the file holds (a cut-off download, or a hostile file), and the
-    // readers fill the missing part with silence. At most what the file can hold is rendered: as many
-    // frames as its bytes make for an uncompressed file, and for a compressed one at most 4096 frames per
-    // byte, the most a block of pure silence packs into one byte of any codec we read.
+    // readers fill the missing part with silence. At most what the file can hold is rendered: for an
+    // uncompressed file the frames its bytes make from the first frame on, and for a compressed one at
+    // most 4096 frames per byte, the most a block of pure silence packs into one byte of any codec we read.
     const bool uncompressed = reader->getFormatName() == "WAV file" || reader->getFormatName() == "AIFF file";
     const auto bytesPerFrame =
         (juce::int64) reader->numChannels * juce::jmax (1, (int) reader->bitsPerSample / 8);
-    const auto framesHeld = uncompressed ? file.getSize() / bytesPerFrame : file.getSize() * 4096;
+    const auto framesHeld = uncompressed
+                                ? (file.getSize() - firstFrameOffset (*reader, bytesPerFrame)) / bytesPerFrame
+                                : file.getSize() * 4096;
     if (reader->lengthInSamples > framesHeld)
         reader->lengthInSamples = framesHeld;
 
