@@ -1,4 +1,5 @@
 #include "frame/BasePlugin.h"
+
 #include "frame/XmlText.h"
 
 BasePlugin::BasePlugin (int numHostParameters)

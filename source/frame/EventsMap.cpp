@@ -1,7 +1,7 @@
 #include "EventsMap.h"
-#include "frame/XmlText.h"
 
 #include "ResourceLoader.h"
+#include "frame/XmlText.h"
 #include "parameters/NumberText.h"
 
 namespace

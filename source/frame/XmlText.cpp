@@ -6,60 +6,6 @@
 #include <strings.h>
 #include <utility>
 
-std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::String& text)
-{
-    if (!isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) || !isPlainDocument (text))
-        return nullptr;
-    return juce::XmlDocument::parse (text);
-}
-
-std::unique_ptr<juce::XmlElement> XmlText::parse (const void* data, size_t size)
-{
-    const auto* bytes = static_cast<const juce::uint8*> (data);
-    if (bytes == nullptr || size == 0 || size > (size_t) std::numeric_limits<int>::max())
-        return nullptr;
-    // UTF-16 behind its mark is converted by JUCE, which checks it as it goes; anything else must be
-    // UTF-8 before JUCE turns it into text at all.
-    const bool utf16 =
-        size >= 2 && ((bytes[0] == 0xFF && bytes[1] == 0xFE) || (bytes[0] == 0xFE && bytes[1] == 0xFF));
-    if (utf16)
-        return parse (juce::String::createStringFromData (data, (int) size));
-    // Editors that write UTF-8 may put its mark first, which JUCE would take for text before the root.
-    const bool utf8Mark = size >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
-    const auto* text = static_cast<const char*> (data) + (utf8Mark ? 3 : 0);
-    const auto length = size - (utf8Mark ? 3 : 0);
-    if (!isValidUtf8 (text, length))
-        return nullptr;
-    return parse (juce::String::fromUTF8 (text, (int) length));
-}
-
-std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::File& file)
-{
-    juce::MemoryBlock bytes;
-    if (!file.existsAsFile() || !file.loadFileAsData (bytes))
-        return nullptr;
-    return parse (bytes.getData(), bytes.getSize());
-}
-
-std::unique_ptr<juce::XmlElement> XmlText::fromBinary (const void* data, int sizeInBytes)
-{
-    // JUCE's chunk: a magic number, the text's length, then the text.
-    constexpr int headerSize = 8;
-    if (data == nullptr || sizeInBytes <= headerSize)
-        return nullptr;
-    constexpr juce::uint32 magic = 0x21324356; // JUCE's copyXmlToBinary
-    if (juce::ByteOrder::littleEndianInt (data) != magic)
-        return nullptr;
-    const auto length = (int) juce::ByteOrder::littleEndianInt (juce::addBytesToPointer (data, 4));
-    if (length <= 0)
-        return nullptr;
-    const auto* text = static_cast<const char*> (data) + headerSize;
-    const auto size = (size_t) juce::jmin (sizeInBytes - headerSize, length);
-    if (!isValidUtf8 (text, size))
-        return nullptr;
-    return parse (juce::String::fromUTF8 (text, (int) size));
-}
-
 namespace
 {
 // Far beyond our documents' four levels, and far within any thread's stack for JUCE's recursive reader.
@@ -163,9 +109,8 @@ const char* pastAttributes (const char* p, bool& empty)
         ++p;
     }
 }
-} // namespace
-
-bool XmlText::isPlainDocument (const juce::String& text)
+// Whether the text walks cleanly as a plain document (see the class).
+bool isPlainDocument (const juce::String& text)
 {
     const char* p = text.toRawUTF8();
     for (;;)
@@ -233,10 +178,68 @@ bool XmlText::isPlainDocument (const juce::String& text)
     }
 }
 
-bool XmlText::isValidUtf8 (const char* data, size_t size)
+// Whether the bytes up to `size` or the first zero byte are whole UTF-8 characters.
+bool isValidUtf8 (const char* data, size_t size)
 {
     if (data == nullptr)
         return true;
     const int limit = (int) juce::jmin (size, (size_t) std::numeric_limits<int>::max());
     return juce::CharPointer_UTF8::isValidString (data, limit);
+}
+
+// Text known to be UTF-8, walked before JUCE reads it.
+std::unique_ptr<juce::XmlElement> parseValidText (const juce::String& text)
+{
+    return isPlainDocument (text) ? juce::XmlDocument::parse (text) : nullptr;
+}
+
+// Bytes that must be UTF-8 before JUCE turns them into text at all.
+std::unique_ptr<juce::XmlElement> parseUtf8 (const char* text, size_t size)
+{
+    return isValidUtf8 (text, size) ? parseValidText (juce::String::fromUTF8 (text, (int) size)) : nullptr;
+}
+} // namespace
+
+std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::String& text)
+{
+    return isValidUtf8 (text.toRawUTF8(), text.getNumBytesAsUTF8()) ? parseValidText (text) : nullptr;
+}
+
+std::unique_ptr<juce::XmlElement> XmlText::parse (const void* data, size_t size)
+{
+    const auto* bytes = static_cast<const juce::uint8*> (data);
+    if (bytes == nullptr || size == 0 || size > (size_t) std::numeric_limits<int>::max())
+        return nullptr;
+    // UTF-16 behind its mark is converted by JUCE, which checks it as it goes; anything else is UTF-8.
+    const bool utf16 =
+        size >= 2 && ((bytes[0] == 0xFF && bytes[1] == 0xFE) || (bytes[0] == 0xFE && bytes[1] == 0xFF));
+    if (utf16)
+        return parse (juce::String::createStringFromData (data, (int) size));
+    // Editors that write UTF-8 may put its mark first, which JUCE would take for text before the root.
+    const bool utf8Mark = size >= 3 && bytes[0] == 0xEF && bytes[1] == 0xBB && bytes[2] == 0xBF;
+    return parseUtf8 (static_cast<const char*> (data) + (utf8Mark ? 3 : 0), size - (utf8Mark ? 3 : 0));
+}
+
+std::unique_ptr<juce::XmlElement> XmlText::parse (const juce::File& file)
+{
+    juce::MemoryBlock bytes;
+    if (!file.existsAsFile() || !file.loadFileAsData (bytes))
+        return nullptr;
+    return parse (bytes.getData(), bytes.getSize());
+}
+
+std::unique_ptr<juce::XmlElement> XmlText::fromBinary (const void* data, int sizeInBytes)
+{
+    // JUCE's chunk: a magic number, the text's length, then the text.
+    constexpr int headerSize = 8;
+    if (data == nullptr || sizeInBytes <= headerSize)
+        return nullptr;
+    constexpr juce::uint32 magic = 0x21324356; // JUCE's copyXmlToBinary
+    if (juce::ByteOrder::littleEndianInt (data) != magic)
+        return nullptr;
+    const auto length = (int) juce::ByteOrder::littleEndianInt (juce::addBytesToPointer (data, 4));
+    if (length <= 0)
+        return nullptr;
+    const auto size = (size_t) juce::jmin (sizeInBytes - headerSize, length);
+    return parseUtf8 (static_cast<const char*> (data) + headerSize, size);
 }

@@ -9,7 +9,11 @@
     that isn't closed, parses an unknown reference as elements, writes a reference to no character as
     bytes that aren't UTF-8, never finishes a processing instruction followed by text inside an
     element, and recurses once per level of nesting. So text must first walk cleanly as a plain
-    document, the kind we write; anything else counts as not parsing. */
+    document, the kind we write, which JUCE reads exactly and safely: a prolog of space, comments and
+    instructions (the declaration among them), then one root element holding only elements (at most 256
+    deep, each closed by its own name), text, comments and character data, with quoted attributes, and
+    with references only to the five named entities or to characters. Anything else counts as not
+    parsing. */
 class XmlText
 {
 public:
@@ -20,13 +24,4 @@ public:
     static std::unique_ptr<juce::XmlElement> parse (const juce::File& file);
     /** A processor's binary chunk: JUCE's header followed by the text. */
     static std::unique_ptr<juce::XmlElement> fromBinary (const void* data, int sizeInBytes);
-
-    /** Whether the text is a plain document: a prolog of space, comments and instructions (the
-        declaration among them), then one root element holding only elements (at most 256 deep, each closed by
-       its own name), text, comments and character data, with quoted attributes, and with references only to
-       the five named entities or to characters. JUCE reads such text exactly and safely. */
-    static bool isPlainDocument (const juce::String& text);
-
-    /** Whether the bytes up to `size` or the first zero byte are whole UTF-8 characters. */
-    static bool isValidUtf8 (const char* data, size_t size);
 };

@@ -1,6 +1,6 @@
 #include "MidiControl.h"
-#include "frame/XmlText.h"
 
+#include "frame/XmlText.h"
 #include "parameters/ListenerWalk.h"
 #include "parameters/NumberText.h"
 #include "parameters/Parameter.h"

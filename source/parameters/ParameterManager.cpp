@@ -1,5 +1,4 @@
 #include "ParameterManager.h"
-#include "frame/XmlText.h"
 
 #include "BoolParameter.h"
 #include "EnumParameter.h"
@@ -8,6 +7,7 @@
 #include "NoteParameter.h"
 #include "NumberText.h"
 #include "StringParameter.h"
+#include "frame/XmlText.h"
 
 #include "frame/ResourceLoader.h"
 

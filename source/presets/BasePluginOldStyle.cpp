@@ -1,7 +1,7 @@
 #include "presets/BasePluginOldStyle.h"
-#include "frame/XmlText.h"
 
 #include "frame/ResourceLoader.h"
+#include "frame/XmlText.h"
 #include "parameters/IntParameter.h"
 #include "parameters/StringParameter.h"
 

@@ -1,8 +1,8 @@
 #include "Renderer.h"
-#include "frame/XmlText.h"
 
 #include "NearestNames.h"
 #include "RenderError.h"
+#include "frame/XmlText.h"
 
 #include <cmath>
 #include <cstdlib>
