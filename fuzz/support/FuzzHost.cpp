@@ -13,10 +13,9 @@ FuzzHost& FuzzHost::get()
 
 FuzzHost::FuzzHost()
     : juce (std::make_unique<juce::ScopedJuceInitialiser_GUI>())
-    , scratch (juce::File::getSpecialLocation (juce::File::tempDirectory)
-                   .getNonexistentChildFile ("vantrice-fuzz", {}, false))
+    , scratchFolder ("vantrice-fuzz")
+    , scratch (scratchFolder.getFolder())
 {
-    scratch.createDirectory();
     // Neither the user's settings nor their files may take part, nor be touched.
     const auto home = scratch.getChildFile ("home");
     home.createDirectory();
@@ -24,7 +23,7 @@ FuzzHost::FuzzHost()
     setenv ("XDG_CONFIG_HOME", home.getChildFile (".config").getFullPathName().toRawUTF8(), 1);
 }
 
-FuzzHost::~FuzzHost() { scratch.deleteRecursively(); }
+FuzzHost::~FuzzHost() = default;
 
 namespace
 {

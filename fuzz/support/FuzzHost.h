@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/ScratchFolder.h"
 #include "dsp/Vantrice.h"
 #include "frame/XmlText.h"
 
@@ -49,6 +50,7 @@ private:
     FuzzHost();
 
     std::unique_ptr<juce::ScopedJuceInitialiser_GUI> juce;
+    ScratchFolder scratchFolder;
     juce::File scratch;
 };
 

@@ -58,7 +58,7 @@ juce::String BasePlugin::getPluginCode() const { return "XX"; }
 
 bool BasePlugin::isStateXml (const juce::XmlElement& element) const
 {
-    return element.hasTagName ("PluginState") && element.getStringAttribute ("application") == getName();
+    return XmlText::isTag (element, "PluginState") && element.getStringAttribute ("application") == getName();
 }
 
 void BasePlugin::readState (const juce::XmlElement&) {}
@@ -76,7 +76,8 @@ std::unique_ptr<juce::XmlElement> BasePlugin::createProgramStateXml() { return n
 
 bool BasePlugin::isUserSettingsXml (const juce::XmlElement& element) const
 {
-    return element.hasTagName ("UserSettings") && element.getStringAttribute ("application") == getName();
+    return XmlText::isTag (element, "UserSettings")
+           && element.getStringAttribute ("application") == getName();
 }
 
 void BasePlugin::readUserSettings (const juce::XmlElement&) {}

@@ -82,12 +82,11 @@ void EventsMap::loadFromXml (const juce::XmlElement& xml)
 {
     clear();
 
-    // Tags compare exactly: JUCE's hasTagName would ignore case.
-    if (xml.getTagName() != "EventsMap")
+    if (!XmlText::isTag (xml, "EventsMap"))
         return;
 
     for (auto* event : xml.getChildIterator())
-        if (event->getTagName() == "event")
+        if (XmlText::isTag (*event, "event"))
             addEvent (NumberText::leadingInteger (event->getStringAttribute ("uid")),
                       event->getStringAttribute ("name"));
 }

@@ -1,5 +1,7 @@
 #include "frame/FerrowynEffect.h"
 
+#include "frame/XmlText.h"
+
 #include <cmath>
 
 const char* const FerrowynEffect::qualityNames[FerrowynEffect::numQualityLevels] = { "low", "medium", "high",
@@ -109,7 +111,7 @@ void FerrowynEffect::readState (const juce::XmlElement& element)
 {
     BasePluginOldStyle::readState (element);
     if (isStateXml (element))
-        for (auto* child : element.getChildWithTagNameIterator ("UniqueData"))
+        for (auto* child : XmlText::childrenTagged (element, "UniqueData"))
             readUniqueData (*child);
 }
 
@@ -118,7 +120,7 @@ void FerrowynEffect::readUserSettings (const juce::XmlElement& element)
     BasePluginOldStyle::readUserSettings (element);
     if (!hasQualitySettings() || !isUserSettingsXml (element))
         return;
-    for (auto* child : element.getChildWithTagNameIterator ("QualitySettings"))
+    for (auto* child : XmlText::childrenTagged (element, "QualitySettings"))
     {
         const int level = qualityLevelFromName (child->getStringAttribute ("default"));
         if (level >= 0)

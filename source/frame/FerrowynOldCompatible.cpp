@@ -1,5 +1,7 @@
 #include "frame/FerrowynOldCompatible.h"
 
+#include "frame/XmlText.h"
+
 FerrowynOldCompatible::FerrowynOldCompatible (int numParametersToUse)
     : FerrowynEffect (numParametersToUse)
 {
@@ -7,27 +9,27 @@ FerrowynOldCompatible::FerrowynOldCompatible (int numParametersToUse)
 
 bool FerrowynOldCompatible::isStateXml (const juce::XmlElement& element) const
 {
-    return FerrowynEffect::isStateXml (element) || element.hasTagName (oldTag ("PluginState"));
+    return FerrowynEffect::isStateXml (element) || XmlText::isTag (element, oldTag ("PluginState"));
 }
 
 bool FerrowynOldCompatible::isPreset (const juce::XmlElement& element) const
 {
-    return FerrowynEffect::isPreset (element) || element.hasTagName (oldTag ("Preset"));
+    return FerrowynEffect::isPreset (element) || XmlText::isTag (element, oldTag ("Preset"));
 }
 
 bool FerrowynOldCompatible::isGroup (const juce::XmlElement& element) const
 {
-    return FerrowynEffect::isGroup (element) || element.hasTagName (oldTag ("PresetGroup"));
+    return FerrowynEffect::isGroup (element) || XmlText::isTag (element, oldTag ("PresetGroup"));
 }
 
 bool FerrowynOldCompatible::isBank (const juce::XmlElement& element) const
 {
-    return FerrowynEffect::isBank (element) || element.hasTagName (oldTag ("PresetBank"));
+    return FerrowynEffect::isBank (element) || XmlText::isTag (element, oldTag ("PresetBank"));
 }
 
 void FerrowynOldCompatible::readState (const juce::XmlElement& element)
 {
-    if (!element.hasTagName (oldTag ("PluginState")))
+    if (!XmlText::isTag (element, oldTag ("PluginState")))
     {
         FerrowynEffect::readState (element);
         return;
@@ -36,7 +38,7 @@ void FerrowynOldCompatible::readState (const juce::XmlElement& element)
     // An old state has no live parameters: they come from applying its selected preset.
     for (auto* child : element.getChildIterator())
     {
-        if (child->hasTagName ("UniqueData"))
+        if (XmlText::isTag (*child, "UniqueData"))
             readUniqueData (*child);
         else if (isBank (*child))
             readBank (*child);

@@ -19,6 +19,9 @@ public:
     float getValue() const override;
     void setValue (float newValue) override;
     float getDefaultValue() const override;
+    /** What hosts are told a "reset to default" gives: set once while the plug-in starts, before any host
+        sees it. */
+    void setDefaultValue (float newDefault) noexcept { defaultValue = newDefault; }
     juce::String getName (int maximumStringLength) const override;
     juce::String getLabel() const override;
     juce::String getText (float normalisedValue, int maximumStringLength) const override;
@@ -33,5 +36,5 @@ public:
 private:
     BasePlugin& owner;
     const int hostIndex;
-    const float defaultValue;
+    float defaultValue;
 };

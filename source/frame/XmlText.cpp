@@ -243,3 +243,12 @@ std::unique_ptr<juce::XmlElement> XmlText::fromBinary (const void* data, int siz
     const auto size = (size_t) juce::jmin (sizeInBytes - headerSize, length);
     return parseUtf8 (static_cast<const char*> (data) + headerSize, size);
 }
+
+juce::Array<juce::XmlElement*> XmlText::childrenTagged (const juce::XmlElement& element, juce::StringRef tag)
+{
+    juce::Array<juce::XmlElement*> children;
+    for (auto* child : element.getChildIterator())
+        if (isTag (*child, tag))
+            children.add (child);
+    return children;
+}

@@ -24,4 +24,14 @@ public:
     static std::unique_ptr<juce::XmlElement> parse (const juce::File& file);
     /** A processor's binary chunk: JUCE's header followed by the text. */
     static std::unique_ptr<juce::XmlElement> fromBinary (const void* data, int sizeInBytes);
+
+    /** Tags of our documents compare exactly, as they are written. JUCE's hasTagName ignores case, and
+        stops a debug build when only the case differs, so no reader of these documents uses it. */
+    static bool isTag (const juce::XmlElement& element, juce::StringRef tag)
+    {
+        return element.getTagName() == tag;
+    }
+    /** The children with exactly this tag, in document order. */
+    static juce::Array<juce::XmlElement*> childrenTagged (const juce::XmlElement& element,
+                                                          juce::StringRef tag);
 };

@@ -56,8 +56,7 @@ void MidiControl::handleAsyncUpdate()
 
 bool MidiControl::isMapXml (const juce::XmlElement& xml) const
 {
-    // Tags compare exactly: JUCE's hasTagName would ignore case.
-    return xml.getTagName() == "MidiControlMap" || xml.getTagName() == "MidiCCMap";
+    return XmlText::isTag (xml, "MidiControlMap") || XmlText::isTag (xml, "MidiCCMap");
 }
 
 bool MidiControl::isValidMap (const juce::XmlElement& xml) const
@@ -83,7 +82,7 @@ void MidiControl::loadFromXml (const juce::XmlElement& xml)
     {
         for (auto* row : xml.getChildIterator())
         {
-            if (row->getTagName() != "assign")
+            if (!XmlText::isTag (*row, "assign"))
                 continue;
 
             auto* parameter = parameterManager->getParameterByName (row->getStringAttribute ("param"));

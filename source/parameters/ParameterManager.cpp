@@ -7,9 +7,9 @@
 #include "NoteParameter.h"
 #include "NumberText.h"
 #include "StringParameter.h"
-#include "frame/XmlText.h"
 
 #include "frame/ResourceLoader.h"
+#include "frame/XmlText.h"
 
 namespace
 {
@@ -47,12 +47,11 @@ void ParameterManager::loadFromXml (const juce::XmlElement& xml)
 {
     clear();
 
-    // Tags compare exactly: JUCE's hasTagName would ignore case.
-    if (xml.getTagName() != "PluginParameters")
+    if (!XmlText::isTag (xml, "PluginParameters"))
         return;
 
     for (auto* row : xml.getChildIterator())
-        if (row->getTagName() == "param")
+        if (XmlText::isTag (*row, "param"))
             if (auto parameter = createParameter (*row))
                 addParameter (parameter.release());
 }

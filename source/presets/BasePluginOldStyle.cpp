@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <limits>
 
 namespace
 {
@@ -55,15 +56,11 @@ void BasePluginOldStyle::initialise()
     BasePlugin::initialise();
 
     loadDefaultPresetResource ("default" + getPresetExtension());
+    announceStartValuesAsDefaults();
 
-    const bool userBank = presetsMode == userDefinedPresets && presetsFile.isNotEmpty()
-                          && juce::File::isAbsolutePath (presetsFile)
-                          && juce::File (presetsFile).existsAsFile();
     if (presetsMode == clearPresets)
         clearBank();
-    else if (userBank)
-        loadBankFile (juce::File (presetsFile));
-    else
+    else if (!loadUserBankAtStart())
         loadBankResource ("default" + getBankExtension());
 
     if (isValidPresetIndex (currentPreset.load()))
@@ -73,11 +70,62 @@ void BasePluginOldStyle::initialise()
         parameters.setNormalizedValue (i, parameters.getNormalizedValue (i));
 }
 
+bool BasePluginOldStyle::loadUserBankAtStart()
+{
+    // A user bank that is missing, doesn't parse or holds no preset of ours (a preset file chosen by
+    // mistake, another application's document, a truncated file) starts the plug-in as if there were
+    // none: the factory bank. The setting and the file stay as they are, so nothing the user chose is
+    // lost and the file is tried again at the next start.
+    if (presetsMode != userDefinedPresets || presetsFile.isEmpty()
+        || !juce::File::isAbsolutePath (presetsFile))
+        return false;
+    const juce::File file (presetsFile);
+    auto xml = file.existsAsFile() ? XmlText::parse (file) : nullptr;
+    if (xml == nullptr || !holdsPresetOfOurs (*xml))
+        return false;
+    setRecentDirectory (file.getParentDirectory().getFullPathName());
+    return applyBank (*xml);
+}
+
+bool BasePluginOldStyle::holdsPresetOfOurs (const juce::XmlElement& bank) const
+{
+    if (!isBank (bank))
+        return false;
+    for (auto* group : bank.getChildIterator())
+        if (isGroup (*group))
+            for (auto* preset : group->getChildIterator())
+                if (isPreset (*preset))
+                    return true;
+    return false;
+}
+
+void BasePluginOldStyle::announceStartValuesAsDefaults()
+{
+    // Hosts are told as defaults the values a new instance starts with, the first preset of the factory
+    // bank, so that a host's "reset to default" and what it shows before it hears from the plug-in agree
+    // with the sound. The preset is read as the bank reads it: over the default preset's values.
+    auto bank = XmlText::parse (loadResourceText ("default" + getBankExtension()));
+    if (bank == nullptr || !holdsPresetOfOurs (*bank))
+        return;
+    Preset first (numPresetParameters, -1);
+    first.copyValuesFrom (*defaultPreset);
+    for (auto* group : bank->getChildIterator())
+        if (isGroup (*group))
+            for (auto* preset : group->getChildIterator())
+                if (readPreset (*preset, first))
+                {
+                    for (int i = 0; i < numPresetParameters; ++i)
+                        if (auto* object = getHostParameterObject (i))
+                            object->setDefaultValue (first.getValue (i));
+                    return;
+                }
+}
+
 void BasePluginOldStyle::readResourcesSettings (const juce::XmlElement& element)
 {
     for (auto* child : element.getChildIterator())
     {
-        if (child->hasTagName ("Presets"))
+        if (XmlText::isTag (*child, "Presets"))
         {
             const auto mode = child->getStringAttribute ("default");
             if (mode == "factoryPresets")
@@ -90,7 +138,7 @@ void BasePluginOldStyle::readResourcesSettings (const juce::XmlElement& element)
                 presetsFile = child->getStringAttribute ("file");
             }
         }
-        else if (child->hasTagName ("MidiCCMap"))
+        else if (XmlText::isTag (*child, "MidiCCMap"))
         {
             const auto mode = child->getStringAttribute ("default");
             if (mode == "noMapping")
@@ -171,13 +219,14 @@ juce::String BasePluginOldStyle::getMapWildcards() const
 
 bool BasePluginOldStyle::isNotPresetable (const juce::XmlElement& element) const
 {
-    return element.hasTagName ("NotPresetableParams") || element.hasTagName ("NotPresetParams");
+    return XmlText::isTag (element, "NotPresetableParams") || XmlText::isTag (element, "NotPresetParams");
 }
 
 void BasePluginOldStyle::readNotPresetable (const juce::XmlElement& element)
 {
+    // Only the parameters outside presets belong here: a foreign chunk's rows for others are passed over.
     if (isNotPresetable (element))
-        readParametersState (element);
+        readParametersState (element, numPresetParameters, numPresetParameters + numOtherParameters);
 }
 
 std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createNotPresetableXml()
@@ -205,7 +254,7 @@ juce::String BasePluginOldStyle::formatStateValue (float value) { return formatG
 
 bool BasePluginOldStyle::isPreset (const juce::XmlElement& element) const
 {
-    return element.hasTagName ("Preset") && element.getStringAttribute ("application") == getName();
+    return XmlText::isTag (element, "Preset") && element.getStringAttribute ("application") == getName();
 }
 
 bool BasePluginOldStyle::readPresetInto (const juce::XmlElement& element, int index)
@@ -225,7 +274,7 @@ bool BasePluginOldStyle::readPreset (const juce::XmlElement& element, Preset& pr
         preset.name = element.getStringAttribute ("name", "unnamed");
     }
 
-    for (auto* row : element.getChildWithTagNameIterator ("param"))
+    for (auto* row : XmlText::childrenTagged (element, "param"))
     {
         // The name binds a value to its place, not the order of the rows; values are not clamped here.
         auto* p = parameters.getParameterByName (row->getStringAttribute ("name"));
@@ -264,11 +313,11 @@ std::unique_ptr<juce::XmlElement> BasePluginOldStyle::createPresetXml (const Pre
 
 bool BasePluginOldStyle::isGroup (const juce::XmlElement& element) const
 {
-    return element.hasTagName ("PresetGroup");
+    return XmlText::isTag (element, "PresetGroup");
 }
 bool BasePluginOldStyle::isBank (const juce::XmlElement& element) const
 {
-    return element.hasTagName ("PresetBank");
+    return XmlText::isTag (element, "PresetBank");
 }
 
 bool BasePluginOldStyle::readBank (const juce::XmlElement& element)
@@ -357,10 +406,11 @@ bool BasePluginOldStyle::writeDocument (const juce::XmlElement& xml, const juce:
 
 bool BasePluginOldStyle::loadPresetFile (const juce::File& file, int index)
 {
-    setRecentDirectory (file.getParentDirectory().getFullPathName());
+    // A file that doesn't parse changes nothing, not even the folder the next dialog opens in.
     auto xml = XmlText::parse (file);
     if (xml == nullptr)
         return false;
+    setRecentDirectory (file.getParentDirectory().getFullPathName());
     const bool read = readPresetInto (*xml, index);
     if (index == currentPreset.load() && isValidPresetIndex (index))
         applyCurrentPreset();
@@ -380,9 +430,12 @@ bool BasePluginOldStyle::loadBankFile (const juce::File& file)
 {
     setRecentDirectory (file.getParentDirectory().getFullPathName());
     auto xml = XmlText::parse (file);
-    if (xml == nullptr)
-        return false;
-    const bool read = readBank (*xml);
+    return xml != nullptr && applyBank (*xml);
+}
+
+bool BasePluginOldStyle::applyBank (const juce::XmlElement& xml)
+{
+    const bool read = readBank (xml);
     if (isValidPresetIndex (currentPreset.load()))
         applyCurrentPreset();
     return read;
@@ -409,9 +462,7 @@ bool BasePluginOldStyle::loadBankResource (const juce::String& key)
     auto xml = XmlText::parse (loadResourceText (key));
     if (xml == nullptr)
         return false;
-    readBank (*xml);
-    if (isValidPresetIndex (currentPreset.load()))
-        applyCurrentPreset();
+    applyBank (*xml);
     return true;
 }
 
@@ -796,11 +847,12 @@ void BasePluginOldStyle::parameterChanged (Parameter* parameter)
     BasePlugin::parameterChanged (parameter);
 }
 
-void BasePluginOldStyle::readParametersState (const juce::XmlElement& element)
+void BasePluginOldStyle::readParametersState (const juce::XmlElement& element, int firstIndex, int endIndex)
 {
-    for (auto* row : element.getChildWithTagNameIterator ("param"))
+    for (auto* row : XmlText::childrenTagged (element, "param"))
         if (auto* p = parameters.getParameterByName (row->getStringAttribute ("name")))
-            parameters.setNormalizedValue (p->getIndex(), (float) row->getDoubleAttribute ("value", 0.0));
+            if (p->getIndex() >= firstIndex && p->getIndex() < endIndex)
+                parameters.setNormalizedValue (p->getIndex(), (float) row->getDoubleAttribute ("value", 0.0));
 }
 
 void BasePluginOldStyle::readState (const juce::XmlElement& element)
@@ -810,11 +862,11 @@ void BasePluginOldStyle::readState (const juce::XmlElement& element)
 
     for (auto* child : element.getChildIterator())
     {
-        if (child->hasTagName ("ParametersState"))
+        if (XmlText::isTag (*child, "ParametersState"))
         {
-            readParametersState (*child);
+            readParametersState (*child, std::numeric_limits<int>::min(), std::numeric_limits<int>::max());
         }
-        else if (child->hasTagName ("PresetsState"))
+        else if (XmlText::isTag (*child, "PresetsState"))
         {
             for (auto* bank : child->getChildIterator())
                 if (isBank (*bank))
@@ -877,16 +929,16 @@ void BasePluginOldStyle::readUserSettings (const juce::XmlElement& element)
 
     for (auto* child : element.getChildIterator())
     {
-        if (child->hasTagName ("PluginDirectories"))
+        if (XmlText::isTag (*child, "PluginDirectories"))
         {
-            for (auto* recent : child->getChildWithTagNameIterator ("RecentlyUsed"))
+            for (auto* recent : XmlText::childrenTagged (*child, "RecentlyUsed"))
                 setRecentDirectory (recent->getStringAttribute ("dir"));
         }
-        else if (child->hasTagName ("ResourcesSettings"))
+        else if (XmlText::isTag (*child, "ResourcesSettings"))
         {
             readResourcesSettings (*child);
         }
-        else if (child->hasTagName ("PresetSettings"))
+        else if (XmlText::isTag (*child, "PresetSettings"))
         {
             if (hasStoringOption())
             {

@@ -156,7 +156,8 @@ public:
 
 protected:
     bool isValidPresetIndex (int index) const noexcept { return index >= 0 && index < numPresetsInBank; }
-    void readParametersState (const juce::XmlElement& element);
+    /** Applies the rows naming a parameter whose index lies in [firstIndex, endIndex). */
+    void readParametersState (const juce::XmlElement& element, int firstIndex, int endIndex);
     void restoreSelection (const Preset* selected);
     static bool writeDocument (const juce::XmlElement& xml, const juce::File& file);
 
@@ -179,5 +180,11 @@ protected:
     juce::Array<PresetManagerListener*> presetManagerListeners;
 
 private:
+    /** Reads a bank document and applies the selected slot; false if the document is no bank. */
+    bool applyBank (const juce::XmlElement& xml);
+    bool holdsPresetOfOurs (const juce::XmlElement& bank) const;
+    bool loadUserBankAtStart();
+    void announceStartValuesAsDefaults();
+
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (BasePluginOldStyle)
 };

@@ -115,7 +115,8 @@ TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
         {
             EXPECT_EQ (p->getNumSteps(), expected.numSteps) << i;
         }
-        EXPECT_EQ (p->getDefaultValue(), expected.defaultValue) << i;
+        EXPECT_EQ (p->getDefaultValue(), expected.startValue)
+            << "hosts are told what a new instance starts with";
         EXPECT_EQ (p->getValue(), plugin->getPreset (0)->getValue (i))
             << "the first preset is applied at start";
     }

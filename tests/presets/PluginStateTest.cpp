@@ -1,3 +1,4 @@
+#include "ExpectedPlugin.h"
 #include "dsp/Vantrice.h"
 #include "support/TempFolder.h"
 
@@ -460,6 +461,21 @@ std::vector<BadChunk> badChunks()
                            xml.setAttribute ("currentPreset", 3);
                            return chunkOf (xml);
                        } });
+    cases.push_back ({ "PresetParametersAsIfOutsidePresets", true,
+                       [] (const juce::MemoryBlock&, const juce::XmlElement&)
+                       {
+                           // Nothing of ours writes these; a foreign chunk may not reach the eighteen through
+                           // them.
+                           juce::XmlElement state ("PluginState");
+                           state.setAttribute ("application", "Vantrice");
+                           for (auto* tag : { "NotPresetableParams", "NotPresetParams" })
+                           {
+                               auto* row = state.createNewChildElement (tag)->createNewChildElement ("param");
+                               row->setAttribute ("name", "Preamp");
+                               row->setAttribute ("value", 0.99);
+                           }
+                           return chunkOf (state);
+                       } });
     cases.push_back ({ "APresetInsteadOfAState", true,
                        [] (const juce::MemoryBlock&, const juce::XmlElement&)
                        {
@@ -896,7 +912,8 @@ struct BankChoice
 {
     const char* name;
     const char* mode;
-    const char* file; // relative to the test folder; empty for none
+    const char* file;     // relative to the test folder; empty for none
+    const char* contents; // written into the file first; null to leave it as it is
     const char* firstPreset;
     int numGroups;
     int presetsMode;
@@ -908,41 +925,82 @@ class BankAtStart : public UserSettings, public ::testing::WithParamInterface<Ba
 {
 };
 
+// Whatever the user's bank holds, the plug-in starts either with it or exactly as with no user bank: the
+// factory bank, its first preset audible. The setting and the file are left for the next start.
 TEST_P (BankAtStart, FollowsThePresetsMode)
 {
     const auto& c = GetParam();
     temp.folder.getChildFile ("a folder").createDirectory();
+    const auto file = juce::String (c.file).isEmpty() ? juce::File() : temp.folder.getChildFile (c.file);
+    if (c.contents != nullptr)
+    {
+        ASSERT_TRUE (file.replaceWithText (c.contents));
+    }
     juce::XmlElement settings ("UserSettings");
     settings.setAttribute ("application", "Vantrice");
     auto* presets = settings.createNewChildElement ("ResourcesSettings")->createNewChildElement ("Presets");
     presets->setAttribute ("default", c.mode);
-    const auto file = juce::String (c.file).isEmpty() ? juce::String()
-                                                      : temp.folder.getChildFile (c.file).getFullPathName();
-    presets->setAttribute ("file", file);
+    presets->setAttribute ("file", file.getFullPathName());
     ASSERT_TRUE (settings.writeTo (settingsFile()));
 
-    auto plugin = startPlugin (temp.folder);
-    EXPECT_EQ (plugin->getPresetName (0), c.firstPreset);
-    EXPECT_EQ (plugin->getNumGroups(), c.numGroups);
-    EXPECT_EQ (plugin->getPresetsMode(), c.presetsMode);
-    EXPECT_EQ (plugin->getCurrentPreset(), 0);
-    EXPECT_EQ (plugin->getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNameId),
-               c.firstPreset);
-    if (c.presetsMode == BasePluginOldStyle::userDefinedPresets)
     {
-        EXPECT_EQ (plugin->getPresetsFile(), file) << "kept, to be tried again next time";
+        auto plugin = startPlugin (temp.folder);
+        EXPECT_EQ (plugin->getPresetName (0), c.firstPreset);
+        EXPECT_EQ (plugin->getNumGroups(), c.numGroups);
+        EXPECT_EQ (plugin->getPresetsMode(), c.presetsMode);
+        EXPECT_EQ (plugin->getCurrentPreset(), 0);
+        EXPECT_EQ (plugin->getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNameId),
+                   c.firstPreset);
+        if (juce::String (c.firstPreset) == "MPC 60")
+        {
+            for (int i = 0; i < parameterCount; ++i)
+                EXPECT_EQ (plugin->getParameterManager().getNormalizedValue (i),
+                           ExpectedPlugin::parameters[(size_t) i].startValue)
+                    << ExpectedPlugin::parameters[(size_t) i].name;
+            EXPECT_EQ (plugin->getRecentDirectory(),
+                       juce::File::getSpecialLocation (juce::File::userHomeDirectory).getFullPathName());
+        }
+        if (c.presetsMode == BasePluginOldStyle::userDefinedPresets)
+        {
+            EXPECT_EQ (plugin->getPresetsFile(), file.getFullPathName())
+                << "kept, to be tried again next time";
+        }
+    }
+    if (c.contents != nullptr)
+    {
+        EXPECT_EQ (file.loadFileAsString(), c.contents) << "the user's file is left alone";
     }
 }
 
+constexpr const char* ourPreset = R"(<Preset application="Vantrice" name="Mine First" rev="1">)"
+                                  R"(<param name="Output Volume" value="0.4"/></Preset>)";
+
 INSTANTIATE_TEST_SUITE_P (
     Modes, BankAtStart,
-    ::testing::Values (BankChoice{ "Factory", "factoryPresets", "", "MPC 60", 4, 0 },
-                       BankChoice{ "Cleared", "clearPresets", "", "Preset 0", 1, 1 },
-                       BankChoice{ "UserFileIsADirectory", "userDefinedPresets", "a folder", "MPC 60", 4, 2 },
-                       BankChoice{ "UserFileMissing", "userDefinedPresets", "missing.vtprsb", "MPC 60", 4,
-                                   2 },
-                       BankChoice{ "UserFileEmpty", "userDefinedPresets", "", "MPC 60", 4, 2 },
-                       BankChoice{ "UnknownModeChangesNothing", "somethingElse", "", "MPC 60", 4, 0 }),
+    ::testing::Values (
+        BankChoice{ "Factory", "factoryPresets", "", nullptr, "MPC 60", 4, 0 },
+        BankChoice{ "Cleared", "clearPresets", "", nullptr, "Preset 0", 1, 1 },
+        BankChoice{ "UnknownModeChangesNothing", "somethingElse", "", nullptr, "MPC 60", 4, 0 },
+        BankChoice{ "UserFileLoads", "userDefinedPresets", "mine.vtprsb",
+                    R"(<PresetBank name="Mine"><PresetGroup name="Mine">)"
+                    R"(<Preset application="Vantrice" )"
+                    R"(name="Mine First" rev="1"><param name="Output Volume" value="0.4"/></Preset>)"
+                    R"(</PresetGroup></PresetBank>)",
+                    "Mine First", 2, 2 },
+        BankChoice{ "UserFileIsADirectory", "userDefinedPresets", "a folder", nullptr, "MPC 60", 4, 2 },
+        BankChoice{ "UserFileMissing", "userDefinedPresets", "missing.vtprsb", nullptr, "MPC 60", 4, 2 },
+        BankChoice{ "UserFileEmptyName", "userDefinedPresets", "", nullptr, "MPC 60", 4, 2 },
+        BankChoice{ "UserFileEmpty", "userDefinedPresets", "empty.vtprsb", "", "MPC 60", 4, 2 },
+        BankChoice{ "UserFileTruncated", "userDefinedPresets", "cut.vtprsb",
+                    R"(<PresetBank name="Mine"><PresetGroup name="Mine"><Preset application="Vant)", "MPC 60",
+                    4, 2 },
+        BankChoice{ "UserFileIsAPreset", "userDefinedPresets", "mistake.vtprs", ourPreset, "MPC 60", 4, 2 },
+        BankChoice{ "UserFileOfAnotherApplication", "userDefinedPresets", "project.xml",
+                    R"(<Project version="2"><Track name="Drums"/></Project>)", "MPC 60", 4, 2 },
+        BankChoice{ "UserBankOfAnotherApplication", "userDefinedPresets", "other.vtprsb",
+                    R"(<PresetBank name="Theirs"><PresetGroup name="Theirs">)"
+                    R"(<Preset application="Other" name="Theirs"/></PresetGroup></PresetBank>)",
+                    "MPC 60", 4, 2 }),
     [] (const ::testing::TestParamInfo<BankChoice>& paramInfo)
     { return std::string (paramInfo.param.name); });
 

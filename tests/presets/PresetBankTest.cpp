@@ -246,11 +246,16 @@ TEST (PresetFiles, MalformedPresetsChangeNothingOrOnlyWhatTheyName)
     ASSERT_TRUE (plugin->readPresetInto (*noValue, 2));
     EXPECT_EQ (slot->getValue (0), 0.0f);
 
-    EXPECT_FALSE (plugin->loadPresetFile (plugin.folder.getChildFile ("missing.vtprs"), 2));
-    const auto garbage = plugin.folder.getChildFile ("garbage.vtprs");
+    // A file that doesn't parse changes nothing, not even the folder the next dialog opens in.
+    const auto elsewhere = plugin.folder.getChildFile ("elsewhere");
+    ASSERT_TRUE (elsewhere.createDirectory());
+    const auto recent = plugin->getRecentDirectory();
+    EXPECT_FALSE (plugin->loadPresetFile (elsewhere.getChildFile ("missing.vtprs"), 2));
+    const auto garbage = elsewhere.getChildFile ("garbage.vtprs");
     garbage.replaceWithText ("this is < not xml");
     EXPECT_FALSE (plugin->loadPresetFile (garbage, 2));
     EXPECT_EQ (plugin->getPresetName (2), "y");
+    EXPECT_EQ (plugin->getRecentDirectory(), recent);
 }
 
 TEST (PresetFiles, BanksFollowTheReadingRules)

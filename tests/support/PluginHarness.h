@@ -1,8 +1,7 @@
 #pragma once
 
+#include "common/ScratchFolder.h"
 #include "dsp/Vantrice.h"
-
-#include <juce_core/juce_core.h>
 
 #include <memory>
 
@@ -10,22 +9,20 @@
 struct PluginHarness
 {
     PluginHarness()
-        : folder (juce::File::createTempFile ("vantrice-test"))
+        : scratch ("vantrice-test")
+        , folder (scratch.getFolder())
     {
-        folder.createDirectory();
         plugin = std::make_unique<Vantrice>();
         plugin->start (folder.getChildFile ("Vantrice.so"));
     }
 
-    ~PluginHarness()
-    {
-        plugin.reset();
-        folder.deleteRecursively();
-    }
+    // The plug-in writes its settings as it goes, so it goes before its folder.
+    ~PluginHarness() { plugin.reset(); }
 
     Vantrice& operator*() const { return *plugin; }
     Vantrice* operator->() const { return plugin.get(); }
 
-    juce::File folder;
+    ScratchFolder scratch;
+    const juce::File folder;
     std::unique_ptr<Vantrice> plugin;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RenderCommand.h"
+#include "common/ScratchFolder.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
 
@@ -18,16 +19,10 @@ public:
     };
 
     RenderTestFolder()
-        : folder (juce::File::getSpecialLocation (juce::File::tempDirectory)
-                      .getNonexistentChildFile (
-                          "vantrice-render-test-"
-                              + juce::String::toHexString (juce::Random::getSystemRandom().nextInt64()),
-                          {}, false))
+        : scratch ("vantrice-render-test")
+        , folder (scratch.getFolder())
     {
-        folder.createDirectory();
     }
-
-    ~RenderTestFolder() { folder.deleteRecursively(); }
 
     juce::File file (const juce::String& name) const { return folder.getChildFile (name); }
     std::string path (const juce::String& name) const { return file (name).getFullPathName().toStdString(); }
@@ -102,5 +97,6 @@ public:
         return names;
     }
 
-    juce::File folder;
+    ScratchFolder scratch;
+    const juce::File folder;
 };

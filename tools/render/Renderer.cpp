@@ -57,17 +57,14 @@ double Renderer::Result::getRealtimeFactor() const
 }
 
 Renderer::Renderer()
+    : settingsFolder ("vantrice-render")
 {
     // A folder no other run uses, so that the processor's settings file neither comes from the user's
     // nor goes to it.
-    settingsFolder =
-        juce::File::getSpecialLocation (juce::File::tempDirectory)
-            .getNonexistentChildFile (
-                "vantrice-render-" + juce::String::toHexString (juce::Random::getSystemRandom().nextInt64()),
-                {}, false);
-    if (!settingsFolder.createDirectory())
+    if (!settingsFolder.isValid())
         throw RenderError (RenderError::outputFile,
-                           "cannot create the temporary folder " + quoted (settingsFolder));
+                           "cannot create a temporary folder under "
+                               + quoted (juce::File::getSpecialLocation (juce::File::tempDirectory)));
 
     processor = std::make_unique<Vantrice>();
     processor->start (settingsFolder.getChildFile ("Vantrice.so"));
@@ -78,7 +75,6 @@ Renderer::~Renderer()
 {
     // The processor writes its settings file on destruction, so the folder goes after it.
     processor.reset();
-    settingsFolder.deleteRecursively();
 }
 
 void Renderer::restoreState (const juce::MemoryBlock& chunk, const juce::String& sourceName)

@@ -2,6 +2,7 @@
 
 #include "MidiTimeline.h"
 
+#include "common/ScratchFolder.h"
 #include "dsp/Vantrice.h"
 
 #include <functional>
@@ -70,7 +71,7 @@ public:
 private:
     juce::AudioProcessorParameter* findParameter (const juce::String& name) const;
 
-    juce::File settingsFolder;
+    ScratchFolder settingsFolder;
     std::unique_ptr<Vantrice> processor;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (Renderer)

@@ -44,8 +44,9 @@ public:
     struct Parameter
     {
         const char* name;
-        float defaultValue;
-        int numSteps; // 0 for a continuous parameter
+        float defaultValue; // the parameter table's
+        float startValue;   // a new instance's, told to hosts as the default: the first factory preset's
+        int numSteps;       // 0 for a continuous parameter
     };
 
     struct RateLatency

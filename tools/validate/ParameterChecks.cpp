@@ -165,7 +165,7 @@ void ParameterChecks::checkDefaultsAndStart (juce::AudioPluginInstance& instance
     {
         const auto& expected = ExpectedPlugin::parameters[(size_t) i];
         auto* parameter = parameters[i];
-        if (parameter->getDefaultValue() != expected.defaultValue)
+        if (parameter->getDefaultValue() != expected.startValue)
             wrongDefaults.add (name (i) + " = " + juce::String (parameter->getDefaultValue()));
         if (!parameter->isAutomatable())
             notAutomatable.add (name (i));

@@ -30,16 +30,15 @@ void ValidatorApplication::printUsage()
               << FormatChecks::groupNames().joinIntoString (", ") << ".\n";
 }
 
-juce::File ValidatorApplication::makeScratchRoot()
+bool ValidatorApplication::useScratchHome (const ScratchFolder& root)
 {
     // Neither the user's installed plug-ins nor their settings may take part.
-    auto root = juce::File::getSpecialLocation (juce::File::tempDirectory)
-                    .getNonexistentChildFile ("vantrice-validate", {}, false);
-    root.createDirectory();
     const auto home = root.getChildFile ("home");
-    home.createDirectory();
+    if (!root.isValid() || !home.createDirectory())
+        return false;
     setenv ("HOME", home.getFullPathName().toRawUTF8(), 1);
-    return root;
+    setenv ("XDG_CONFIG_HOME", home.getChildFile (".config").getFullPathName().toRawUTF8(), 1);
+    return true;
 }
 
 int ValidatorApplication::convertScreenshot (const juce::StringArray& args)
@@ -89,7 +88,17 @@ int ValidatorApplication::runCommand (const juce::StringArray& args)
         return 2;
     }
 
-    const auto scratchRoot = makeScratchRoot();
+    // Every run has a folder of its own: ctest starts several validators at once, and each installs its
+    // copies of the plug-ins there and removes them at the end.
+    const ScratchFolder scratch ("vantrice-validate");
+    if (!useScratchHome (scratch))
+    {
+        std::cerr << "vantrice-validate: cannot make a scratch folder under "
+                  << juce::File::getSpecialLocation (juce::File::tempDirectory).getFullPathName()
+                  << std::endl;
+        return 2;
+    }
+    const auto& scratchRoot = scratch.getFolder();
     const auto cwd = juce::File::getCurrentWorkingDirectory();
     ValidationReport report;
     {
@@ -106,6 +115,5 @@ int ValidatorApplication::runCommand (const juce::StringArray& args)
                 .run();
     }
     report.printSummary();
-    scratchRoot.deleteRecursively();
     return report.getNumFailed() == 0 ? 0 : 1;
 }

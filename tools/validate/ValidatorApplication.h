@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/ScratchFolder.h"
+
 #include <juce_gui_basics/juce_gui_basics.h>
 
 /** The validator as an application of its own, as a host is one: JUCE then sets up X for threads and
@@ -29,8 +31,8 @@ private:
     int runCommand (const juce::StringArray& args);
     int convertScreenshot (const juce::StringArray& args);
     static void printUsage();
-    /** A folder for the run's installed copies and settings, and a home of its own. */
-    static juce::File makeScratchRoot();
+    /** Makes a home of the run's own inside its scratch folder, which also holds the installed copies. */
+    static bool useScratchHome (const ScratchFolder& root);
 
     SilentLogger logger;
 };
