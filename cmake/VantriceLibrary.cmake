@@ -5,8 +5,11 @@ file(GLOB_RECURSE VANTRICE_SOURCES CONFIGURE_DEPENDS
 
 add_library(vantrice STATIC ${VANTRICE_SOURCES})
 target_include_directories(vantrice PUBLIC ${PROJECT_SOURCE_DIR}/source)
+# The version has one declaration, the project's; the plug-ins, the processor and the validator read it.
+target_compile_definitions(vantrice PUBLIC VANTRICE_VERSION="${PROJECT_VERSION}")
 target_link_libraries(vantrice
-    PUBLIC vantrice_juce
+    PUBLIC vantrice_juce_config
+    INTERFACE "$<IF:$<STREQUAL:$<TARGET_PROPERTY:VANTRICE_JUCE>,host>,vantrice_juce_host,vantrice_juce>"
     PRIVATE juce::juce_recommended_warning_flags)
 
 # Every file under resources/ is embedded; the code finds them by name (see frame/ResourceLoader.h).
