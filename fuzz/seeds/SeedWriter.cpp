@@ -2,7 +2,7 @@
 // themselves: vantrice-fuzz-seeds CORPUS-FOLDER.
 #include "FuzzHost.h"
 
-#include "frame/ResourceLoader.h"
+#include "common/ResourceLoader.h"
 
 #include <juce_audio_formats/juce_audio_formats.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "common/ScratchFolder.h"
+#include "common/XmlText.h"
 #include "dsp/Vantrice.h"
-#include "frame/XmlText.h"
 
 #include <cstddef>
 #include <cstdint>

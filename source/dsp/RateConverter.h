@@ -5,7 +5,7 @@
 
 /** One channel of fixed rational sample rate conversion: a polyphase bank of 65-tap Blackman-windowed
     sinc filters, one per output phase, fed one input sample per call. */
-class RateConverter
+class RateConverter final
 {
 public:
     static constexpr int numTaps = 65;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "common/RateInfo.h"
 #include "dsp/RateConverter.h"
-#include "dsp/RateInfo.h"
 #include "frame/FerrowynEffectCore.h"
 
 #include <memory>

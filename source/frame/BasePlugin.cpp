@@ -1,6 +1,6 @@
 #include "frame/BasePlugin.h"
 
-#include "frame/XmlText.h"
+#include "common/XmlText.h"
 
 BasePlugin::BasePlugin (int numHostParameters)
     : juce::AudioProcessor (BusesProperties()

@@ -12,7 +12,7 @@
     A tempo of 0 (or a sample rate of 0) while running holds the clock where it is: `position` stays,
     the gate keeps its state and no edge happens, not even the first one after `start`, until a tempo
     arrives. Without a tempo there is no length of a quarter in samples to count towards a line. */
-class Clock : public juce::AsyncUpdater
+class Clock final : public juce::AsyncUpdater
 {
 public:
     class Listener

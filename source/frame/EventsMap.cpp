@@ -1,8 +1,8 @@
 #include "EventsMap.h"
 
-#include "ResourceLoader.h"
-#include "frame/XmlText.h"
-#include "parameters/NumberText.h"
+#include "common/NumberText.h"
+#include "common/ResourceLoader.h"
+#include "common/XmlText.h"
 
 namespace
 {

@@ -4,7 +4,7 @@
 
 // The named actions that a skin can trigger: pairs of a unique uid and a unique name, searchable both
 // ways.
-class EventsMap
+class EventsMap final
 {
 public:
     EventsMap();

@@ -1,6 +1,6 @@
 #include "frame/FerrowynEffect.h"
 
-#include "frame/XmlText.h"
+#include "common/XmlText.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dsp/RateInfo.h"
+#include "common/RateInfo.h"
 #include "presets/PresetChanger.h"
 #include "presets/PresetManagerListener.h"
 

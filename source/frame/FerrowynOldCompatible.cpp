@@ -1,6 +1,6 @@
 #include "frame/FerrowynOldCompatible.h"
 
-#include "frame/XmlText.h"
+#include "common/XmlText.h"
 
 FerrowynOldCompatible::FerrowynOldCompatible (int numParametersToUse)
     : FerrowynEffect (numParametersToUse)

@@ -7,7 +7,7 @@ class BasePlugin;
 /** What a host sees of one host parameter index. It holds no value of its own: every call goes to the
     frame, which answers from the parameter table, so VST2, VST3 and LV2 hosts all see the same names,
     values, steps and texts, and typed text is turned back into a value in the parameter's own units. */
-class HostParameter : public juce::AudioProcessorParameterWithID
+class HostParameter final : public juce::AudioProcessorParameterWithID
 {
 public:
     HostParameter (BasePlugin& owner, int hostIndex, float defaultValue);

@@ -9,7 +9,7 @@
 
     Two buffers take turns as the current one, so that moving the later events on copies them once and
     allocates nothing once `prepare` has reserved their storage. */
-class MidiEventQueue
+class MidiEventQueue final
 {
 public:
     MidiEventQueue();

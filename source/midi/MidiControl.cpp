@@ -1,8 +1,8 @@
 #include "MidiControl.h"
 
-#include "frame/XmlText.h"
-#include "parameters/ListenerWalk.h"
-#include "parameters/NumberText.h"
+#include "common/ListenerWalk.h"
+#include "common/NumberText.h"
+#include "common/XmlText.h"
 #include "parameters/Parameter.h"
 #include "parameters/ParameterManager.h"
 

@@ -15,7 +15,7 @@ class ParameterManager;
 // The lock guards everything below and is held on the audio thread across a parameter's setter, so the
 // holders on other threads stay short. Listeners hear of changes on the message thread, except for
 // midiLearnChanged from setLearnActive, which is called directly.
-class MidiControl : public juce::AsyncUpdater
+class MidiControl final : public juce::AsyncUpdater
 {
 public:
     static constexpr int numControllers = 128;

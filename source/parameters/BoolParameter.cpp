@@ -1,6 +1,6 @@
 #include "BoolParameter.h"
 
-#include "NumberText.h"
+#include "common/NumberText.h"
 
 BoolParameter::BoolParameter (int parameterIndex, const juce::String& parameterName, int style)
     : Parameter (parameterIndex, parameterName)

@@ -3,7 +3,7 @@
 #include "Parameter.h"
 
 // A switch, shown in one of four word pairs.
-class BoolParameter : public Parameter
+class BoolParameter final : public Parameter
 {
 public:
     // displayStyle 0 (and any unknown style) shows true/false, 1 on/off, 2 1/0, 3 yes/no.

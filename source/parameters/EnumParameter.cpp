@@ -1,6 +1,6 @@
 #include "EnumParameter.h"
 
-#include "NumberText.h"
+#include "common/NumberText.h"
 
 EnumParameter::EnumParameter (int parameterIndex, const juce::String& parameterName,
                               const juce::String& parameterItemList, const juce::String& valueText)

@@ -3,7 +3,7 @@
 #include "IntParameter.h"
 
 // An integer parameter whose steps are named items; its text is the item at the value.
-class EnumParameter : public IntParameter
+class EnumParameter final : public IntParameter
 {
 public:
     // itemList holds the items separated by ";"; valueText is an item's name or a normalised number.

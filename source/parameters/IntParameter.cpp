@@ -1,6 +1,6 @@
 #include "IntParameter.h"
 
-#include "NumberText.h"
+#include "common/NumberText.h"
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
 #include "NoteParameter.h"
 
-#include "NumberText.h"
+#include "common/NumberText.h"
 
 namespace
 {

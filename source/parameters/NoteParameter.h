@@ -3,7 +3,7 @@
 #include "IntParameter.h"
 
 // A MIDI note number from 0 to 127, written as a three-character note text from "C-0" to "G-X".
-class NoteParameter : public IntParameter
+class NoteParameter final : public IntParameter
 {
 public:
     NoteParameter (int index, const juce::String& name, int value);

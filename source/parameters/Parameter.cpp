@@ -1,6 +1,6 @@
 #include "Parameter.h"
 
-#include "ListenerWalk.h"
+#include "common/ListenerWalk.h"
 
 Parameter::Parameter (int parameterIndex, const juce::String& parameterName)
     : index (parameterIndex)

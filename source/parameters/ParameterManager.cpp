@@ -5,11 +5,11 @@
 #include "FloatParameter.h"
 #include "IntParameter.h"
 #include "NoteParameter.h"
-#include "NumberText.h"
 #include "StringParameter.h"
+#include "common/NumberText.h"
 
-#include "frame/ResourceLoader.h"
-#include "frame/XmlText.h"
+#include "common/ResourceLoader.h"
+#include "common/XmlText.h"
 
 namespace
 {

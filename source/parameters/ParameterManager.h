@@ -5,7 +5,7 @@
 // Owns every parameter of the plug-in and finds them by number or by name from any thread. Every lookup
 // and value access holds the read side of the lock for the whole call, listeners included; only loading
 // takes the write side, so once the table is loaded no reader ever waits.
-class ParameterManager
+class ParameterManager final
 {
 public:
     ParameterManager();

@@ -1,6 +1,6 @@
 #include "StringParameter.h"
 
-#include "NumberText.h"
+#include "common/NumberText.h"
 
 StringParameter::StringParameter (int parameterIndex, const juce::String& parameterName,
                                   const juce::String& startValue)

@@ -4,7 +4,7 @@
 
 // A text value. Texts can't live in an atomic, so reads take the read side of a lock and the setter the
 // write side; an immediate listener on the setting thread may read the new text at once.
-class StringParameter : public Parameter
+class StringParameter final : public Parameter
 {
 public:
     StringParameter (int index, const juce::String& name, const juce::String& value);

@@ -8,7 +8,7 @@
 /** One slot of the bank: a name and one normalised value per preset parameter. The values are single
     words read and written atomically: the audio thread reads a slot while it applies it, a word at a
     time, and a file may be read into it meanwhile. The name is guarded by the bank. */
-struct Preset
+struct Preset final
 {
     Preset (int numValuesToUse, int numberInRow);
 

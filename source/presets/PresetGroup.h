@@ -3,7 +3,7 @@
 #include <juce_core/juce_core.h>
 
 /** A named run of consecutive presets in the bank's row; it may be empty. */
-struct PresetGroup
+struct PresetGroup final
 {
     PresetGroup (const juce::String& groupName, int groupSize)
         : name (groupName)

@@ -2,7 +2,7 @@
 
 #include "NearestNames.h"
 #include "RenderError.h"
-#include "frame/XmlText.h"
+#include "common/XmlText.h"
 
 #include <cmath>
 #include <cstdlib>

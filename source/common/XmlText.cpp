@@ -1,4 +1,4 @@
-#include "XmlText.h"
+#include "common/XmlText.h"
 
 #include <array>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "frame/XmlText.h"
+#include "common/XmlText.h"
 
 #include <juce_audio_processors/juce_audio_processors.h>
 

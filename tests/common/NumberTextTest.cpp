@@ -1,4 +1,4 @@
-#include "parameters/NumberText.h"
+#include "common/NumberText.h"
 
 #include <gtest/gtest.h>
 

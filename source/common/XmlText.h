@@ -14,7 +14,7 @@
     deep, each closed by its own name), text, comments and character data, with quoted attributes, and
     with references only to the five named entities or to characters. Anything else counts as not
     parsing. */
-class XmlText
+class XmlText final
 {
 public:
     static std::unique_ptr<juce::XmlElement> parse (const juce::String& text);

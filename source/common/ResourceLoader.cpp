@@ -1,4 +1,4 @@
-#include "ResourceLoader.h"
+#include "common/ResourceLoader.h"
 
 #include <VantriceBinaryData.h>
 

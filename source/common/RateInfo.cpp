@@ -1,4 +1,4 @@
-#include "dsp/RateInfo.h"
+#include "common/RateInfo.h"
 
 #include <cmath>
 

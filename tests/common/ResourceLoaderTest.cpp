@@ -1,4 +1,4 @@
-#include "frame/ResourceLoader.h"
+#include "common/ResourceLoader.h"
 
 #include <gtest/gtest.h>
 
