@@ -1,34 +1,13 @@
 #include "dsp/Vantrice.h"
 
 #include "dsp/ParameterCurves.h"
+#include "dsp/ParameterIndex.h"
 
 #include <cmath>
 #include <cstdio>
 
 namespace
 {
-enum ParameterIndex
-{
-    preampIndex = 0,
-    leftBitsIndex = 1,
-    leftFrequencyIndex = 2,
-    leftLinkFreqIndex = 3,
-    leftFilterTypeIndex = 4,
-    leftCutoffIndex = 5,
-    leftResoIndex = 6,
-    rightBitsIndex = 7,
-    rightFrequencyIndex = 8,
-    rightLinkFreqIndex = 9,
-    rightFilterTypeIndex = 10,
-    rightCutoffIndex = 11,
-    rightResoIndex = 12,
-    linkChannelsIndex = 13,
-    fxIndex = 14,
-    outputVolumeIndex = 15,
-    leftFilterOrderIndex = 16,
-    rightFilterOrderIndex = 17
-};
-
 // The cutoff shown is a straight line through 14 Hz and 12000 Hz over the filter's coefficient.
 constexpr double cutoffDisplayScale = 14457.831323999999;
 constexpr double coreRate = 44100.0;
@@ -109,12 +88,21 @@ int Vantrice::getNumberOfClocks() const { return 0; }
 
 juce::String Vantrice::getSoftwareName() const { return getPluginName(); }
 juce::String Vantrice::getSoftwareDescription() const { return "High Quality Bit Crusher"; }
-juce::String Vantrice::getSoftwareVersion() const { return "1.3.1"; }
+juce::String Vantrice::getSoftwareVersion() const { return VANTRICE_VERSION; }
 juce::String Vantrice::getSoftwareHomePage() const { return "https://zelkora.example/vantrice"; }
 juce::String Vantrice::getSoftwareYear() const { return "2008"; }
 juce::String Vantrice::getSoftwareReleaseDate() const { return "2012-02-27"; }
 juce::String Vantrice::getSoftwareBuild() const { return "274.1324"; }
-juce::String Vantrice::getSoftwareFormat() const { return "VST"; }
+juce::String Vantrice::getSoftwareFormat() const
+{
+    // The format the processor runs in is the one its wrapper set up; the 2.4-interface library is named
+    // after its interface, and with no wrapper (the renderer, the tests) it runs offline.
+    if (wrapperType == wrapperType_VST)
+        return "2.4-interface";
+    if (wrapperType == wrapperType_Undefined)
+        return "Offline";
+    return getWrapperTypeDescription (wrapperType);
+}
 juce::String Vantrice::getSoftwareArchitecture() const { return "64bit"; }
 
 int Vantrice::roundedValue (double x) noexcept
@@ -139,49 +127,49 @@ juce::String Vantrice::textFor (int index, const TextState& s)
 
     switch (index)
     {
-        case preampIndex:
+        case ParameterIndex::preamp:
             return decibelText (s.raw * preampRangeDb);
-        case leftBitsIndex:
+        case ParameterIndex::leftBits:
             return bitsText (s.raw);
-        case leftFrequencyIndex:
+        case ParameterIndex::leftFrequency:
             return hertzText (s.rate * coreRate);
-        case leftLinkFreqIndex:
+        case ParameterIndex::leftLinkFreq:
             return s.antiAlias ? "On" : "Off";
-        case leftFilterTypeIndex:
+        case ParameterIndex::leftFilterType:
             return typeText (s.raw);
-        case leftCutoffIndex:
+        case ParameterIndex::leftCutoff:
             return hertzText (s.cutoff * cutoffDisplayScale);
-        case leftResoIndex:
+        case ParameterIndex::leftReso:
             return juce::String (roundedValue (s.raw * 100.0)) + "%";
-        case rightBitsIndex:
+        case ParameterIndex::rightBits:
             return orLinked (bitsText (s.raw));
-        case rightFrequencyIndex:
+        case ParameterIndex::rightFrequency:
             return orLinked (hertzText (s.rate * coreRate));
-        case rightLinkFreqIndex:
+        case ParameterIndex::rightLinkFreq:
             return orLinked (s.raw < 0.5 ? "Off" : "On");
-        case rightFilterTypeIndex:
+        case ParameterIndex::rightFilterType:
             return orLinked (typeText (s.raw));
-        case rightCutoffIndex:
+        case ParameterIndex::rightCutoff:
             return orLinked (hertzText (s.cutoff * cutoffDisplayScale));
-        case rightResoIndex:
+        case ParameterIndex::rightReso:
             return orLinked (juce::String (roundedValue (s.raw * 100.0)) + "%");
-        case linkChannelsIndex:
+        case ParameterIndex::linkChannels:
             return s.coreLinked ? "On" : "Off";
-        case fxIndex:
+        case ParameterIndex::fx:
         {
             const int w = (int) std::floor (s.raw * 100.0 + 0.5);
             return juce::String (100 - w) + "/" + juce::String (w) + "% (Dry/Wet)";
         }
-        case outputVolumeIndex:
+        case ParameterIndex::outputVolume:
         {
             if (s.volumeTarget == 0.0)
                 return "-Inf.";
             const double db = 20.0 * std::log10 (s.volumeTarget);
             return db <= -320.0 ? juce::String ("-Inf.") : decibelText (db);
         }
-        case leftFilterOrderIndex:
+        case ParameterIndex::leftFilterOrder:
             return s.filterPre ? "Pre" : "Post";
-        case rightFilterOrderIndex:
+        case ParameterIndex::rightFilterOrder:
             return orLinked (s.filterPre ? "Pre" : "Post");
         default:
             return {};
@@ -190,7 +178,7 @@ juce::String Vantrice::textFor (int index, const TextState& s)
 
 bool Vantrice::isLinkedByParameter() const
 {
-    auto* link = parameters.getParameter (linkChannelsIndex);
+    auto* link = parameters.getParameter (ParameterIndex::linkChannels);
     return link != nullptr && link->getBoolValue();
 }
 
@@ -199,7 +187,7 @@ juce::String Vantrice::getParameterTextFor (int index)
     auto* parameter = parameters.getParameter (index);
     auto* c = getVantriceCore();
     if (c == nullptr || index < 0 || index >= numParameters || parameter == nullptr
-        || parameters.getParameter (linkChannelsIndex) == nullptr)
+        || parameters.getParameter (ParameterIndex::linkChannels) == nullptr)
         return BasePlugin::getParameterTextFor (index);
 
     TextState s;
@@ -207,10 +195,10 @@ juce::String Vantrice::getParameterTextFor (int index)
     {
         // The core's settings change under this lock; reading them takes at most one run's wait.
         const juce::ScopedLock sl (familyLock);
-        const bool right = index >= rightBitsIndex && index <= rightResoIndex;
+        const bool right = index >= ParameterIndex::rightBits && index <= ParameterIndex::rightReso;
         const auto& channel = right ? c->getRight() : c->getLeft();
-        s.raw = index == leftBitsIndex || index == rightBitsIndex || index == leftFilterTypeIndex
-                        || index == rightFilterTypeIndex
+        s.raw = index == ParameterIndex::leftBits || index == ParameterIndex::rightBits
+                        || index == ParameterIndex::leftFilterType || index == ParameterIndex::rightFilterType
                     ? (double) parameter->getNormalizedValue()
                     : c->getRawValue (index);
         s.rate = channel.rate;
@@ -218,7 +206,8 @@ juce::String Vantrice::getParameterTextFor (int index)
         s.cutoff = channel.cutoffTarget;
         s.coreLinked = c->isLinked();
         s.volumeTarget = c->getVolumeTarget();
-        s.filterPre = index == rightFilterOrderIndex ? c->getRight().filterPre : c->getLeft().filterPre;
+        s.filterPre =
+            index == ParameterIndex::rightFilterOrder ? c->getRight().filterPre : c->getLeft().filterPre;
     }
     return textFor (index, s);
 }
@@ -264,43 +253,43 @@ float Vantrice::getParameterValueForText (int hostIndex, const juce::String& tex
 
     switch (hostIndex)
     {
-        case preampIndex:
+        case ParameterIndex::preamp:
             if (!leadingNumber (t, number))
                 return current;
             return juce::jlimit (0.0f, 1.0f, (float) (number / preampRangeDb));
-        case leftBitsIndex:
-        case rightBitsIndex:
+        case ParameterIndex::leftBits:
+        case ParameterIndex::rightBits:
             if (t.equalsIgnoreCase ("Quant. Off") || t.equalsIgnoreCase ("Off"))
                 return 1.0f;
             if (!leadingNumber (t, number))
                 return current;
             return (float) (juce::jlimit (1, 16, (int) std::lround (number)) - 1) / 16.0f;
-        case leftFrequencyIndex:
-        case rightFrequencyIndex:
+        case ParameterIndex::leftFrequency:
+        case ParameterIndex::rightFrequency:
             if (!leadingNumber (t, number))
                 return current;
             return invertRising (number, hertzOfRate);
-        case leftLinkFreqIndex:
-        case rightLinkFreqIndex:
-        case linkChannelsIndex:
+        case ParameterIndex::leftLinkFreq:
+        case ParameterIndex::rightLinkFreq:
+        case ParameterIndex::linkChannels:
             return switchValue ("On", "Off");
-        case leftFilterTypeIndex:
-        case rightFilterTypeIndex:
+        case ParameterIndex::leftFilterType:
+        case ParameterIndex::rightFilterType:
             for (int i = 0; i < 5; ++i)
                 if (t.equalsIgnoreCase (filterTypeNames[i]))
                     return (float) i / 4.0f;
             return current;
-        case leftCutoffIndex:
-        case rightCutoffIndex:
+        case ParameterIndex::leftCutoff:
+        case ParameterIndex::rightCutoff:
             if (!leadingNumber (t, number))
                 return current;
             return invertRising (number, hertzOfCutoff);
-        case leftResoIndex:
-        case rightResoIndex:
+        case ParameterIndex::leftReso:
+        case ParameterIndex::rightReso:
             if (!leadingNumber (t, number))
                 return current;
             return juce::jlimit (0.0f, 1.0f, (float) (number / 100.0));
-        case fxIndex:
+        case ParameterIndex::fx:
         {
             // "dry/wet% (Dry/Wet)": the wet share is the second number; a lone number is the wet share.
             const auto wet = t.containsChar ('/') ? t.fromFirstOccurrenceOf ("/", false, false) : t;
@@ -308,14 +297,14 @@ float Vantrice::getParameterValueForText (int hostIndex, const juce::String& tex
                 return current;
             return juce::jlimit (0.0f, 1.0f, (float) (number / 100.0));
         }
-        case outputVolumeIndex:
+        case ParameterIndex::outputVolume:
             if (t.startsWithIgnoreCase ("-inf"))
                 return 0.0f;
             if (!leadingNumber (t, number))
                 return current;
             return juce::jlimit (0.0f, 1.0f, (float) std::sqrt (std::pow (10.0, number / 20.0) / 4.0));
-        case leftFilterOrderIndex:
-        case rightFilterOrderIndex:
+        case ParameterIndex::leftFilterOrder:
+        case ParameterIndex::rightFilterOrder:
             return switchValue ("Pre", "Post");
         default:
             return BasePlugin::getParameterValueForText (hostIndex, text);
@@ -326,17 +315,17 @@ int Vantrice::getHostParameterNumSteps (int hostIndex) const
 {
     switch (hostIndex)
     {
-        case leftBitsIndex:
-        case rightBitsIndex:
+        case ParameterIndex::leftBits:
+        case ParameterIndex::rightBits:
             return 17; // 1 to 16 bits, then off
-        case leftFilterTypeIndex:
-        case rightFilterTypeIndex:
+        case ParameterIndex::leftFilterType:
+        case ParameterIndex::rightFilterType:
             return 5; // LP, BP, HP, BR, Off
-        case leftLinkFreqIndex:
-        case rightLinkFreqIndex:
-        case linkChannelsIndex:
-        case leftFilterOrderIndex:
-        case rightFilterOrderIndex:
+        case ParameterIndex::leftLinkFreq:
+        case ParameterIndex::rightLinkFreq:
+        case ParameterIndex::linkChannels:
+        case ParameterIndex::leftFilterOrder:
+        case ParameterIndex::rightFilterOrder:
             return 2;
         default:
             return 0;
@@ -348,7 +337,7 @@ void Vantrice::parameterChanged (Parameter* parameter)
     FerrowynOldCompatible::parameterChanged (parameter);
 
     // The texts of the right channel's parameters change with the link.
-    if (parameter->getIndex() == linkChannelsIndex)
+    if (parameter->getIndex() == ParameterIndex::linkChannels)
         updateHostDisplay (juce::AudioProcessorListener::ChangeDetails().withParameterInfoChanged (true));
 }
 
@@ -357,8 +346,8 @@ bool Vantrice::readPreset (const juce::XmlElement& element, Preset& preset)
     // The filter orders came with revision 1 of the preset format; older presets had both "Post".
     if (isPreset (element) && element.getIntAttribute ("rev", 0) == 0)
     {
-        preset.setValue (leftFilterOrderIndex, 0.0f);
-        preset.setValue (rightFilterOrderIndex, 0.0f);
+        preset.setValue (ParameterIndex::leftFilterOrder, 0.0f);
+        preset.setValue (ParameterIndex::rightFilterOrder, 0.0f);
     }
     return FerrowynOldCompatible::readPreset (element, preset);
 }

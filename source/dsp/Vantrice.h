@@ -1,14 +1,15 @@
 #pragma once
 
+#include "dsp/ParameterIndex.h"
 #include "dsp/VantriceCore.h"
 #include "frame/FerrowynOldCompatible.h"
 
-/** The bit crusher as the host sees it: its identity, its 18 parameters and their texts, and its core.
+/** The bit crusher as the host sees it: its identity, its parameters and their texts, and its core.
     It holds no signal processing of its own. */
-class Vantrice : public FerrowynOldCompatible
+class Vantrice final : public FerrowynOldCompatible
 {
 public:
-    static constexpr int numParameters = 18;
+    static constexpr int numParameters = ParameterIndex::count;
 
     Vantrice();
     ~Vantrice() override;

@@ -96,16 +96,16 @@ TEST (VantriceParameters, TextsFallBackToTheParameterWithoutACore)
     // Constructed but not started: no core yet.
     auto plugin = std::make_unique<Vantrice>();
     EXPECT_EQ (plugin->getParameterTextFor (15), "0.500000000");
-    EXPECT_EQ (plugin->getParameterTextFor (18), "");
-    EXPECT_EQ (plugin->getHostParameterName (18), "");
+    EXPECT_EQ (plugin->getParameterTextFor (ParameterIndex::count), "");
+    EXPECT_EQ (plugin->getHostParameterName (ParameterIndex::count), "");
 }
 
 TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
 {
     PluginHarness plugin;
     const auto& list = plugin->getParameters();
-    ASSERT_EQ (list.size(), 18);
-    for (int i = 0; i < 18; ++i)
+    ASSERT_EQ (list.size(), ParameterIndex::count);
+    for (int i = 0; i < ParameterIndex::count; ++i)
     {
         const auto& expected = ExpectedPlugin::parameters[(size_t) i];
         auto* p = list[i];
@@ -153,7 +153,7 @@ TEST (VantriceParameters, TypedTextIsTheExactInverseOfTheDisplay)
 {
     PluginHarness plugin;
     setParameter (*plugin, 13, 0.0f);
-    for (int index = 0; index < 18; ++index)
+    for (int index = 0; index < ParameterIndex::count; ++index)
     {
         auto* host = plugin->getParameters()[index];
         for (int k = 0; k <= 400; ++k)
@@ -206,7 +206,7 @@ TEST (VantriceParameters, FormatsSeeDistinctIdsAndValueListsThatIgnoreTheLink)
     for (auto* p : plugin->getParameters())
         if (auto* withId = dynamic_cast<juce::AudioProcessorParameterWithID*> (p))
             ids.add (withId->getParameterID());
-    ASSERT_EQ (ids.size(), 18);
+    ASSERT_EQ (ids.size(), (size_t) ParameterIndex::count);
     auto sorted = ids;
     sorted.sort (false);
     EXPECT_EQ (sorted, ids) << "identifiers sort in index order";

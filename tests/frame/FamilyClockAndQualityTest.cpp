@@ -1,3 +1,4 @@
+#include "dsp/ParameterIndex.h"
 #include "frame/FerrowynEffect.h"
 #include "parameters/FloatParameter.h"
 
@@ -36,7 +37,7 @@ struct LoggingCore : FerrowynEffectCore
 struct ClockedEffect : FerrowynEffect
 {
     explicit ClockedEffect (bool restart)
-        : FerrowynEffect (18)
+        : FerrowynEffect (ParameterIndex::count)
         , needsRestart (restart)
     {
         parameters.addParameter (new FloatParameter (qualityId, "Quality", 0.0f, 1.0f, 0.0f));
@@ -44,7 +45,7 @@ struct ClockedEffect : FerrowynEffect
 
     juce::String getPluginName() const override { return "Clocked"; }
     juce::String getPluginCode() const override { return "CL"; }
-    int getNumberOfParameters() const override { return 18; }
+    int getNumberOfParameters() const override { return ParameterIndex::count; }
     Core* createCore() override { return new LoggingCore(); }
     int getNumberOfClocks() const override { return 1; }
     bool hasQualitySettings() const override { return true; }

@@ -1,4 +1,4 @@
-#include "dsp/RateInfo.h"
+#include "common/RateInfo.h"
 #include "dsp/Vantrice.h"
 #include "frame/FerrowynOldCompatible.h"
 #include "support/TempFolder.h"
@@ -17,7 +17,7 @@ namespace
 {
 constexpr double testRate = 44100.0;
 constexpr int blockSize = 256;
-constexpr int parameterCount = 18;
+constexpr int parameterCount = ParameterIndex::count;
 
 // One call into the core, as the family layer made it.
 struct CoreCall

@@ -82,7 +82,7 @@ TEST (ProcessorConcurrency, AudioRunsWhileTheHostAutomatesSavesRestoresAndChange
         float l = 0.0f, r = 0.0f;
         if (auto* core = plugin->getVantriceCore())
             core->readMeters (l, r);
-        (void) plugin->getParameterTextFor (i % 18);
+        (void) plugin->getParameterTextFor (i % ParameterIndex::count);
         juce::Thread::sleep (1);
     }
 

@@ -1,3 +1,4 @@
+#include "dsp/ParameterIndex.h"
 #include "midi/MidiControl.h"
 #include "parameters/IntParameter.h"
 #include "parameters/ParameterManager.h"
@@ -13,7 +14,7 @@ namespace
 {
 // Enough rounds for the threads to overlap for about a second under ThreadSanitizer.
 constexpr int rounds = 50000;
-constexpr int numHostParameters = 18;
+constexpr int numHostParameters = ParameterIndex::count;
 // Controllers 20 to 37 carry the host parameters; the ones above them stay free for learning.
 constexpr int firstController = 20;
 constexpr int presetNumberIndex = 110000;

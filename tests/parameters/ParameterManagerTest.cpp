@@ -37,9 +37,9 @@ TEST (ParameterManager, EmbeddedTableHoldsTheEighteenHostParameters)
 {
     ParameterManager manager;
     manager.loadFromResource ("parameters.xml");
-    ASSERT_EQ (manager.getNumParameters(), 18);
+    ASSERT_EQ (manager.getNumParameters(), ParameterIndex::count);
 
-    for (int index = 0; index < 18; ++index)
+    for (int index = 0; index < ParameterIndex::count; ++index)
     {
         const auto& row = ExpectedPlugin::parameters[(size_t) index];
         SCOPED_TRACE (row.name);
@@ -53,19 +53,19 @@ TEST (ParameterManager, EmbeddedTableHoldsTheEighteenHostParameters)
         EXPECT_TRUE (parameter->isAutomatable());
     }
 
-    EXPECT_EQ (manager.getParameter (18), nullptr);
+    EXPECT_EQ (manager.getParameter (ParameterIndex::count), nullptr);
 }
 
 TEST (ParameterManager, ResourceKeyIgnoresCaseAndAMissingResourceKeepsTheTable)
 {
     ParameterManager manager;
     manager.loadFromResource ("PARAMETERS.XML");
-    EXPECT_EQ (manager.getNumParameters(), 18);
+    EXPECT_EQ (manager.getNumParameters(), ParameterIndex::count);
 
     manager.loadFromResource ("missing.xml");
     manager.loadFromResource ("parameters");
     manager.loadFromResource ("");
-    EXPECT_EQ (manager.getNumParameters(), 18);
+    EXPECT_EQ (manager.getNumParameters(), ParameterIndex::count);
 }
 
 TEST (ParameterManager, PresetParametersJoinTheTable)
@@ -285,7 +285,7 @@ TEST (ParameterManager, UnknownNumbersGiveNeutralAnswersAndIgnoreWrites)
     manager.loadFromResource ("parameters.xml");
     Recorder recorder;
 
-    for (const int index : { -1, 18, 110000, 2147483647 })
+    for (const int index : { -1, (int) ParameterIndex::count, 110000, 2147483647 })
     {
         SCOPED_TRACE (index);
         EXPECT_EQ (manager.getParameter (index), nullptr);
@@ -343,12 +343,12 @@ TEST (ParameterManager, ListenersOnEveryParameterAndNotifyAll)
 
     std::vector<int> inTableOrder;
 
-    for (int i = 0; i < 18; ++i)
+    for (int i = 0; i < ParameterIndex::count; ++i)
         inTableOrder.push_back (i);
 
     EXPECT_EQ (immediate.seen, inTableOrder);
     juce::MessageManager::getInstance()->runDispatchLoopUntil (pumpMilliseconds);
-    EXPECT_EQ (deferred.seen.size(), 18u);
+    EXPECT_EQ (deferred.seen.size(), (size_t) ParameterIndex::count);
 
     manager.removeDeferredListenerFromAll (&deferred);
     deferred.seen.clear();

@@ -1,5 +1,5 @@
 #include "ExpectedPlugin.h"
-#include "frame/ResourceLoader.h"
+#include "common/ResourceLoader.h"
 
 #include <gtest/gtest.h>
 

@@ -15,7 +15,7 @@
 
 namespace
 {
-constexpr int parameterCount = 18;
+constexpr int parameterCount = ParameterIndex::count;
 constexpr int bankSize = BasePluginOldStyle::numPresetsInBank;
 
 // Sets an environment variable for one scope, and puts back what was there.

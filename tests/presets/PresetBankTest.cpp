@@ -182,7 +182,7 @@ TEST (PresetFiles, BankRoundTripKeepsGroupsNamesAndValues)
     for (int i = 0; i < 128; ++i)
     {
         EXPECT_EQ (other->getPresetName (i), plugin->getPresetName (i));
-        for (int k = 0; k < 18; ++k)
+        for (int k = 0; k < ParameterIndex::count; ++k)
             EXPECT_NEAR (other->getPreset (i)->getValue (k), plugin->getPreset (i)->getValue (k), 5e-7);
     }
     EXPECT_FLOAT_EQ (other->getPreset (3)->getValue (6), 0.123457f);

@@ -7,8 +7,8 @@
 
 namespace
 {
-constexpr int volumeIndex = 15; // "Output Volume" in the parameter table
-constexpr int fxIndex = 14;     // "FX"
+constexpr int volumeIndex = ParameterIndex::outputVolume;
+constexpr int fxIndex = ParameterIndex::fx;
 constexpr int volumeController = 7;
 
 /** A sine with a little noise on it, different on each channel; never silent for long. */

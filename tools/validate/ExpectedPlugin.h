@@ -1,45 +1,25 @@
 #pragma once
 
+#include "dsp/ParameterIndex.h"
+
 #include <juce_core/juce_core.h>
 
 #include <array>
 
-/** What a host must find in every format of the plug-in: who it is, its 18 parameters, and the latency it
+/** What a host must find in every format of the plug-in: who it is, its parameters, and the latency it
     reports at each host rate it supports. */
 class ExpectedPlugin
 {
 public:
     static constexpr const char* name = "Vantrice";
     static constexpr const char* maker = "Zelkora Sound Works";
-    static constexpr const char* version = "1.3.1";
+    static constexpr const char* version = VANTRICE_VERSION; // the project's one declaration
     static constexpr const char* uniqueIdText = "VTm4";
     static constexpr const char* lv2Uri = "https://zelkora.example/plugins/vantrice";
     static constexpr int numInputs = 2;
     static constexpr int numOutputs = 2;
-    static constexpr int numParameters = 18;
+    static constexpr int numParameters = ParameterIndex::count;
     static constexpr int numPresets = 128;
-
-    enum Index
-    {
-        preamp = 0,
-        leftBits = 1,
-        leftFrequency = 2,
-        leftLinkFreq = 3,
-        leftFilterType = 4,
-        leftCutoff = 5,
-        leftReso = 6,
-        rightBits = 7,
-        rightFrequency = 8,
-        rightLinkFreq = 9,
-        rightFilterType = 10,
-        rightCutoff = 11,
-        rightReso = 12,
-        linkChannels = 13,
-        fx = 14,
-        outputVolume = 15,
-        leftFilterOrder = 16,
-        rightFilterOrder = 17
-    };
 
     struct Parameter
     {

@@ -95,10 +95,11 @@ void IdentityChecks::checkVersion()
     }
     if (format.getFormatName() == "VST")
     {
-        // JUCE's host shows the 2.4 version number with four parts; the number itself is 1, 3, 1 in its
-        // three upper bytes.
-        report.check (description.version == juce::String (ExpectedPlugin::version) + ".0",
-                      "identity: version " + quoted (ExpectedPlugin::version) + " (shown as 1.3.1.0)",
+        // JUCE's host shows the 2.4 version number with four parts, the last one 0: the number carries
+        // the three parts of the version in its three upper bytes.
+        const auto shown = juce::String (ExpectedPlugin::version) + ".0";
+        report.check (description.version == shown,
+                      "identity: version " + quoted (ExpectedPlugin::version) + " (shown as " + shown + ")",
                       "the host sees " + quoted (description.version));
         return;
     }

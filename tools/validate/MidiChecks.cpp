@@ -77,7 +77,7 @@ void MidiChecks::run()
 void MidiChecks::checkController (double sampleRate)
 {
     const auto at = " at " + rateText (sampleRate);
-    const auto volumeName = ExpectedPlugin::parameters[ExpectedPlugin::outputVolume].name;
+    const auto volumeName = ExpectedPlugin::parameters[ParameterIndex::outputVolume].name;
     const int length = (int) (sampleRate * 0.1); // a tenth of a second
     const int eventPosition = length / 3 + 1;    // seldom at the start of a random block
     const auto input = TestSignal::makeMaterial (length, sampleRate, seedBase);
@@ -128,7 +128,7 @@ void MidiChecks::checkController (double sampleRate)
                   "the plug-in's state holds " + juce::String (inState, 7));
     if (!isVst3())
     {
-        auto* volume = HostParameters (*instance)[ExpectedPlugin::outputVolume];
+        auto* volume = HostParameters (*instance)[ParameterIndex::outputVolume];
         MessagePump::runUntil ([&] { return volume->getValue() == moved; });
         report.check (volume->getValue() == moved, "MIDI: and the host sees the new value" + at,
                       juce::String (volume->getValue(), 7));
@@ -195,8 +195,8 @@ void MidiChecks::checkProgramChange()
     }
     else
     {
-        auto* volume = HostParameters (*instance)[ExpectedPlugin::outputVolume];
-        MessagePump::runUntil ([&] { return volume->getValue() == preset[ExpectedPlugin::outputVolume]; });
+        auto* volume = HostParameters (*instance)[ParameterIndex::outputVolume];
+        MessagePump::runUntil ([&] { return volume->getValue() == preset[ParameterIndex::outputVolume]; });
         const auto shown = ParameterSet::readFrom (*instance);
         report.check (differences (shown, preset).isEmpty(), "MIDI: and the host sees the preset's values",
                       differences (shown, preset));

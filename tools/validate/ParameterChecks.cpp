@@ -29,67 +29,67 @@ struct TextCase
 
 // Display texts at several values of each parameter, unlinked unless marked.
 const TextCase textCases[] = {
-    { ExpectedPlugin::preamp, 0.0f, "0.0dB", false },
-    { ExpectedPlugin::preamp, 0.5f, "+24.0dB", false },
-    { ExpectedPlugin::preamp, 1.0f, "+48.0dB", false },
-    { ExpectedPlugin::leftBits, 0.0f, "1 bit", false },
-    { ExpectedPlugin::leftBits, 1.0f / 16.0f, "2 bits", false },
-    { ExpectedPlugin::leftBits, 15.0f / 16.0f, "16 bits", false },
-    { ExpectedPlugin::leftBits, 1.0f, "Quant. Off", false },
-    { ExpectedPlugin::leftFrequency, 0.0f, "44Hz", false },
-    { ExpectedPlugin::leftFrequency, 1.0f, "44100Hz", false },
-    { ExpectedPlugin::leftLinkFreq, 0.0f, "Off", false },
-    { ExpectedPlugin::leftLinkFreq, 1.0f, "On", false },
-    { ExpectedPlugin::leftFilterType, 0.0f, "LP", false },
-    { ExpectedPlugin::leftFilterType, 0.25f, "BP", false },
-    { ExpectedPlugin::leftFilterType, 0.5f, "HP", false },
-    { ExpectedPlugin::leftFilterType, 0.75f, "BR", false },
-    { ExpectedPlugin::leftFilterType, 1.0f, "Off", false },
-    { ExpectedPlugin::leftCutoff, 0.0f, "14Hz", false },
-    { ExpectedPlugin::leftCutoff, 1.0f, "12000Hz", false },
-    { ExpectedPlugin::leftReso, 0.0f, "0%", false },
-    { ExpectedPlugin::leftReso, 0.5f, "50%", false },
-    { ExpectedPlugin::rightBits, 0.5f, "9 bits", false },
-    { ExpectedPlugin::rightBits, 0.5f, "linked", true },
-    { ExpectedPlugin::rightFrequency, 0.0f, "44Hz", false },
-    { ExpectedPlugin::rightLinkFreq, 1.0f, "On", false },
-    { ExpectedPlugin::rightFilterType, 0.25f, "BP", false },
-    { ExpectedPlugin::rightCutoff, 1.0f, "12000Hz", false },
-    { ExpectedPlugin::rightReso, 0.25f, "25%", false },
-    { ExpectedPlugin::rightReso, 0.25f, "linked", true },
-    { ExpectedPlugin::linkChannels, 0.0f, "Off", false },
-    { ExpectedPlugin::linkChannels, 1.0f, "On", true },
-    { ExpectedPlugin::fx, 0.25f, "75/25% (Dry/Wet)", false },
-    { ExpectedPlugin::fx, 1.0f, "0/100% (Dry/Wet)", false },
-    { ExpectedPlugin::outputVolume, 0.0f, "-Inf.", false },
-    { ExpectedPlugin::outputVolume, 0.5f, "0.0dB", false },
-    { ExpectedPlugin::outputVolume, 1.0f, "+12.0dB", false },
-    { ExpectedPlugin::leftFilterOrder, 0.0f, "Post", false },
-    { ExpectedPlugin::leftFilterOrder, 1.0f, "Pre", false },
-    { ExpectedPlugin::rightFilterOrder, 1.0f, "Pre", false },
-    { ExpectedPlugin::rightFilterOrder, 1.0f, "linked", true },
+    { ParameterIndex::preamp, 0.0f, "0.0dB", false },
+    { ParameterIndex::preamp, 0.5f, "+24.0dB", false },
+    { ParameterIndex::preamp, 1.0f, "+48.0dB", false },
+    { ParameterIndex::leftBits, 0.0f, "1 bit", false },
+    { ParameterIndex::leftBits, 1.0f / 16.0f, "2 bits", false },
+    { ParameterIndex::leftBits, 15.0f / 16.0f, "16 bits", false },
+    { ParameterIndex::leftBits, 1.0f, "Quant. Off", false },
+    { ParameterIndex::leftFrequency, 0.0f, "44Hz", false },
+    { ParameterIndex::leftFrequency, 1.0f, "44100Hz", false },
+    { ParameterIndex::leftLinkFreq, 0.0f, "Off", false },
+    { ParameterIndex::leftLinkFreq, 1.0f, "On", false },
+    { ParameterIndex::leftFilterType, 0.0f, "LP", false },
+    { ParameterIndex::leftFilterType, 0.25f, "BP", false },
+    { ParameterIndex::leftFilterType, 0.5f, "HP", false },
+    { ParameterIndex::leftFilterType, 0.75f, "BR", false },
+    { ParameterIndex::leftFilterType, 1.0f, "Off", false },
+    { ParameterIndex::leftCutoff, 0.0f, "14Hz", false },
+    { ParameterIndex::leftCutoff, 1.0f, "12000Hz", false },
+    { ParameterIndex::leftReso, 0.0f, "0%", false },
+    { ParameterIndex::leftReso, 0.5f, "50%", false },
+    { ParameterIndex::rightBits, 0.5f, "9 bits", false },
+    { ParameterIndex::rightBits, 0.5f, "linked", true },
+    { ParameterIndex::rightFrequency, 0.0f, "44Hz", false },
+    { ParameterIndex::rightLinkFreq, 1.0f, "On", false },
+    { ParameterIndex::rightFilterType, 0.25f, "BP", false },
+    { ParameterIndex::rightCutoff, 1.0f, "12000Hz", false },
+    { ParameterIndex::rightReso, 0.25f, "25%", false },
+    { ParameterIndex::rightReso, 0.25f, "linked", true },
+    { ParameterIndex::linkChannels, 0.0f, "Off", false },
+    { ParameterIndex::linkChannels, 1.0f, "On", true },
+    { ParameterIndex::fx, 0.25f, "75/25% (Dry/Wet)", false },
+    { ParameterIndex::fx, 1.0f, "0/100% (Dry/Wet)", false },
+    { ParameterIndex::outputVolume, 0.0f, "-Inf.", false },
+    { ParameterIndex::outputVolume, 0.5f, "0.0dB", false },
+    { ParameterIndex::outputVolume, 1.0f, "+12.0dB", false },
+    { ParameterIndex::leftFilterOrder, 0.0f, "Post", false },
+    { ParameterIndex::leftFilterOrder, 1.0f, "Pre", false },
+    { ParameterIndex::rightFilterOrder, 1.0f, "Pre", false },
+    { ParameterIndex::rightFilterOrder, 1.0f, "linked", true },
 };
 
 // Typed texts and the values they must give.
 const TextCase entryCases[] = {
-    { ExpectedPlugin::preamp, 0.5f, "+24.0dB", false },
-    { ExpectedPlugin::leftBits, 0.5f, "9 bits", false },
-    { ExpectedPlugin::leftBits, 1.0f, "Quant. Off", false },
-    { ExpectedPlugin::leftLinkFreq, 1.0f, "On", false },
-    { ExpectedPlugin::leftFilterType, 0.5f, "HP", false },
-    { ExpectedPlugin::leftReso, 0.5f, "50%", false },
-    { ExpectedPlugin::rightFilterType, 0.75f, "BR", false },
-    { ExpectedPlugin::linkChannels, 0.0f, "Off", false },
-    { ExpectedPlugin::fx, 0.25f, "75/25% (Dry/Wet)", false },
-    { ExpectedPlugin::outputVolume, 0.5f, "0.0dB", false },
-    { ExpectedPlugin::leftFilterOrder, 1.0f, "Pre", false },
+    { ParameterIndex::preamp, 0.5f, "+24.0dB", false },
+    { ParameterIndex::leftBits, 0.5f, "9 bits", false },
+    { ParameterIndex::leftBits, 1.0f, "Quant. Off", false },
+    { ParameterIndex::leftLinkFreq, 1.0f, "On", false },
+    { ParameterIndex::leftFilterType, 0.5f, "HP", false },
+    { ParameterIndex::leftReso, 0.5f, "50%", false },
+    { ParameterIndex::rightFilterType, 0.75f, "BR", false },
+    { ParameterIndex::linkChannels, 0.0f, "Off", false },
+    { ParameterIndex::fx, 0.25f, "75/25% (Dry/Wet)", false },
+    { ParameterIndex::outputVolume, 0.5f, "0.0dB", false },
+    { ParameterIndex::leftFilterOrder, 1.0f, "Pre", false },
 };
 
 // Typed texts of continuous parameters, which must come back as typed.
 const TextCase roundTripCases[] = {
-    { ExpectedPlugin::leftFrequency, 0.0f, "11025Hz", false },
-    { ExpectedPlugin::leftCutoff, 0.0f, "1000Hz", false },
-    { ExpectedPlugin::preamp, 0.0f, "+12.5dB", false },
+    { ParameterIndex::leftFrequency, 0.0f, "11025Hz", false },
+    { ParameterIndex::leftCutoff, 0.0f, "1000Hz", false },
+    { ParameterIndex::preamp, 0.0f, "+12.5dB", false },
 };
 
 juce::String name (int index) { return ExpectedPlugin::parameters[(size_t) index].name; }
@@ -229,7 +229,7 @@ float ParameterChecks::valueForText (juce::AudioPluginInstance& instance,
 
 void ParameterChecks::checkTexts (juce::AudioPluginInstance& instance, const HostParameters& parameters)
 {
-    auto* link = parameters[ExpectedPlugin::linkChannels];
+    auto* link = parameters[ParameterIndex::linkChannels];
     juce::StringArray wrong;
     int checked = 0;
     for (const auto& textCase : textCases)
@@ -261,13 +261,13 @@ void ParameterChecks::checkTexts (juce::AudioPluginInstance& instance, const Hos
         report.skip ("parameters: \"linked\" on the right channel's controls",
                      "a VST3 host asks for the text of a value, not for the display of the current "
                      "value; it shows the right channel's own values while the channels are linked");
-    link->setValue (ExpectedPlugin::parameters[ExpectedPlugin::linkChannels].defaultValue);
+    link->setValue (ExpectedPlugin::parameters[ParameterIndex::linkChannels].defaultValue);
     deliver (instance);
 }
 
 void ParameterChecks::checkSteps (juce::AudioPluginInstance& instance, const HostParameters& parameters)
 {
-    auto* link = parameters[ExpectedPlugin::linkChannels];
+    auto* link = parameters[ParameterIndex::linkChannels];
     link->setValue (0.0f);
     deliver (instance);
 
@@ -308,13 +308,13 @@ void ParameterChecks::checkSteps (juce::AudioPluginInstance& instance, const Hos
                       "is stepped",
                       wrongSteps.joinIntoString ("; "));
 
-    link->setValue (ExpectedPlugin::parameters[ExpectedPlugin::linkChannels].defaultValue);
+    link->setValue (ExpectedPlugin::parameters[ParameterIndex::linkChannels].defaultValue);
     deliver (instance);
 }
 
 void ParameterChecks::checkTextEntry (juce::AudioPluginInstance& instance, const HostParameters& parameters)
 {
-    auto* link = parameters[ExpectedPlugin::linkChannels];
+    auto* link = parameters[ParameterIndex::linkChannels];
     link->setValue (0.0f);
     deliver (instance);
 
@@ -353,7 +353,7 @@ void ParameterChecks::checkTextEntry (juce::AudioPluginInstance& instance, const
                       notBack.joinIntoString ("; "));
     }
 
-    link->setValue (ExpectedPlugin::parameters[ExpectedPlugin::linkChannels].defaultValue);
+    link->setValue (ExpectedPlugin::parameters[ParameterIndex::linkChannels].defaultValue);
     deliver (instance);
 }
 
@@ -381,14 +381,14 @@ void ParameterChecks::checkAutomationEcho()
     auto state = format.getStateXml (*instance);
     if (!report.check (state != nullptr, "parameters: the host's state holds the plug-in's state"))
         return;
-    StateDocument::setMap (*state, controller, name (ExpectedPlugin::fx));
+    StateDocument::setMap (*state, controller, name (ParameterIndex::fx));
     format.setStateXml (*instance, *state);
     deliver (*instance);
 
     ParameterWatcher watcher (*instance);
     const HostParameters parameters (*instance);
-    auto* preamp = parameters[ExpectedPlugin::preamp];
-    auto* fx = parameters[ExpectedPlugin::fx];
+    auto* preamp = parameters[ParameterIndex::preamp];
+    auto* fx = parameters[ParameterIndex::fx];
     const float automated = 0.25f;
     preamp->setValue (automated);
 
@@ -401,14 +401,14 @@ void ParameterChecks::checkAutomationEcho()
 
     const float moved = (float) controllerValue * 0.007874016f; // one controller step is 1/127 as a float
     const bool arrived =
-        MessagePump::runUntil ([&] { return watcher.getNumChanges (ExpectedPlugin::fx) > 0; });
-    report.check (arrived && watcher.getLastValue (ExpectedPlugin::fx) == moved,
+        MessagePump::runUntil ([&] { return watcher.getNumChanges (ParameterIndex::fx) > 0; });
+    report.check (arrived && watcher.getLastValue (ParameterIndex::fx) == moved,
                   "parameters: a change made inside the plug-in (a mapped controller) reaches the host",
-                  arrived ? "the host heard " + juce::String (watcher.getLastValue (ExpectedPlugin::fx), 7)
+                  arrived ? "the host heard " + juce::String (watcher.getLastValue (ParameterIndex::fx), 7)
                           : juce::String ("the host heard nothing"));
     report.check (fx->getValue() == moved, "parameters: and the host's value follows it",
                   juce::String (fx->getValue(), 7));
-    report.check (watcher.getNumChanges (ExpectedPlugin::preamp) == 0 && preamp->getValue() == automated,
+    report.check (watcher.getNumChanges (ParameterIndex::preamp) == 0 && preamp->getValue() == automated,
                   "parameters: the host's automation is not echoed back",
-                  juce::String (watcher.getNumChanges (ExpectedPlugin::preamp)) + " echoes");
+                  juce::String (watcher.getNumChanges (ParameterIndex::preamp)) + " echoes");
 }

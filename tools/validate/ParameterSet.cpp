@@ -20,8 +20,8 @@ ParameterSet ParameterSet::random (juce::int64 seed)
         set[i] = steps > 1 ? (float) random.nextInt (steps) / (float) (steps - 1) : random.nextFloat();
     }
     // Loud enough to hear everything, never silent.
-    set[ExpectedPlugin::outputVolume] = 0.3f + 0.4f * random.nextFloat();
-    set[ExpectedPlugin::fx] = 0.5f + 0.5f * random.nextFloat();
+    set[ParameterIndex::outputVolume] = 0.3f + 0.4f * random.nextFloat();
+    set[ParameterIndex::fx] = 0.5f + 0.5f * random.nextFloat();
     return set;
 }
 

@@ -62,13 +62,13 @@ void StateChecks::makeSessionState (juce::XmlElement& state, juce::int64 seed)
     {
         preset->setAttribute ("name", sessionPresetName);
         for (auto* param : preset->getChildWithTagNameIterator ("param"))
-            if (param->getStringAttribute ("name") == ExpectedPlugin::parameters[ExpectedPlugin::fx].name)
+            if (param->getStringAttribute ("name") == ExpectedPlugin::parameters[ParameterIndex::fx].name)
                 param->setAttribute ("value", juce::String (sessionStoredFx));
     }
     if (auto* group = StateDocument::getGroup (state, sessionGroup))
         group->setAttribute ("name", sessionGroupName);
     StateDocument::setMap (state, sessionController,
-                           ExpectedPlugin::parameters[ExpectedPlugin::leftCutoff].name);
+                           ExpectedPlugin::parameters[ParameterIndex::leftCutoff].name);
 }
 
 juce::String StateChecks::findMissing (const juce::XmlElement& restored, juce::int64 seed)
@@ -86,14 +86,14 @@ juce::String StateChecks::findMissing (const juce::XmlElement& restored, juce::i
     auto* preset = StateDocument::getPreset (restored, sessionPreset);
     if (preset == nullptr || preset->getStringAttribute ("name") != sessionPresetName)
         missing.add ("preset name");
-    if (presetParameter (preset, ExpectedPlugin::parameters[ExpectedPlugin::fx].name).getFloatValue()
+    if (presetParameter (preset, ExpectedPlugin::parameters[ParameterIndex::fx].name).getFloatValue()
         != sessionStoredFx)
         missing.add ("stored preset value");
     auto* group = StateDocument::getGroup (restored, sessionGroup);
     if (group == nullptr || group->getStringAttribute ("name") != sessionGroupName)
         missing.add ("group name");
     if (StateDocument::getMappedParameter (restored, sessionController)
-        != ExpectedPlugin::parameters[ExpectedPlugin::leftCutoff].name)
+        != ExpectedPlugin::parameters[ParameterIndex::leftCutoff].name)
         missing.add ("controller map");
     return missing.joinIntoString (", ");
 }

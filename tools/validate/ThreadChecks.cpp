@@ -40,7 +40,7 @@ void ThreadChecks::run()
         return;
     if (auto state = format.getStateXml (*instance))
     {
-        StateDocument::setMap (*state, mappedController, ExpectedPlugin::parameters[ExpectedPlugin::fx].name);
+        StateDocument::setMap (*state, mappedController, ExpectedPlugin::parameters[ParameterIndex::fx].name);
         format.setStateXml (*instance, *state);
     }
     juce::MemoryBlock savedState;

@@ -8,7 +8,7 @@
 #include <iostream>
 
 const juce::String ValidatorApplication::getApplicationName() { return "vantrice-validate"; }
-const juce::String ValidatorApplication::getApplicationVersion() { return "1.3.1"; }
+const juce::String ValidatorApplication::getApplicationVersion() { return VANTRICE_VERSION; }
 
 void ValidatorApplication::initialise (const juce::String&)
 {
