@@ -38,7 +38,7 @@ BIN_DIR  := $(PREFIX)/bin
 endif
 
 .PHONY: all bootstrap configure build test test-fast test-asan test-tsan asan-build validate fuzz fuzz-seeds bench demo install uninstall \
-        format clean
+        format clean skin
 
 all: build
 
@@ -115,6 +115,13 @@ install: build
 uninstall:
 	rm -rf "$(DESTDIR)$(VST_DIR)/Vantrice.so" "$(DESTDIR)$(VST3_DIR)/Vantrice.vst3" "$(DESTDIR)$(LV2_DIR)/Vantrice.lv2" \
 	    "$(DESTDIR)$(BIN_DIR)/vantrice" "$(DESTDIR)$(BIN_DIR)/vantrice-render"
+
+# Draws the skin's pictures and writes its document anew from the layout table, with a contact sheet of
+# every frame to look at (build/skin-sheet.png). A test checks that the committed files are current.
+skin: build
+	$(BUILD)/tools/skin-gen/skin-gen --out resources/skin
+	$(BUILD)/tools/skin-gen/skin-gen --sheet $(BUILD)/skin-sheet.png
+	@echo "Wrote resources/skin; look at $(BUILD)/skin-sheet.png"
 
 format:
 	git ls-files -co --exclude-standard -- source plugin tools tests bench fuzz | grep -E '\.(h|cpp)$$' \

@@ -1,0 +1,89 @@
+#include "skin/SkinFactory.h"
+
+#include "skin/GFXAnimation.h"
+#include "skin/GFXPanel.h"
+#include "skin/SkinXml.h"
+
+namespace
+{
+template <typename ControlClass>
+SkinFactory::Control make (const juce::String& name)
+{
+    auto control = std::make_unique<ControlClass> (name);
+    SkinFactory::Control made;
+    made.controller = control.get();
+    made.view = control.get();
+    made.component = std::move (control);
+    return made;
+}
+
+struct Entry
+{
+    const char* tag;
+    bool panelOnly;
+    SkinFactory::Control (*create) (const juce::String& name); // null: not made by this build
+};
+
+// Every tag a skin may use, in the order they are tried.
+const Entry entries[] = {
+    { "Knob", false, nullptr },
+    { "Switch", false, nullptr },
+    { "Animation", false, make<GFXAnimation> },
+    { "Button", false, nullptr },
+    { "ToggleButton", false, nullptr },
+    { "MultiStateButton", false, nullptr },
+    { "Display", false, nullptr },
+    { "DisplayFloat", false, nullptr },
+    { "Rocker", false, nullptr },
+    { "Panel", false, make<GFXPanel> },
+    { "NumericDisplay", false, nullptr },
+    { "PatternNumberDisplay", false, nullptr },
+    { "NoteDisplay", true, nullptr },
+    { "MusicKeyboard", true, nullptr },
+    { "PitchBender", true, nullptr },
+    { "ModWheel", true, nullptr },
+    { "ParameterModulator", true, nullptr }, // not made: its matrix is left out of this product
+};
+} // namespace
+
+SkinFactory::Control SkinFactory::create (const juce::String& tag, const juce::String& name, Place place)
+{
+    for (const auto& entry : entries)
+        if (tag.equalsIgnoreCase (entry.tag))
+        {
+            if (entry.create == nullptr || (entry.panelOnly && place != Place::panel))
+                return {};
+            return entry.create (name);
+        }
+    return {};
+}
+
+void SkinFactory::buildControls (const juce::XmlElement& parent, Place place,
+                                 const std::function<void (Control&)>& adopt,
+                                 const std::function<void (Control&, const juce::XmlElement&)>& load)
+{
+    for (auto* child : parent.getChildIterator())
+    {
+        auto made = create (child->getTagName(), SkinXml::getAttribute (*child, "name"), place);
+        if (made.controller == nullptr)
+            continue;
+        adopt (made);
+        load (made, *child);
+    }
+}
+
+juce::StringArray SkinFactory::getTags()
+{
+    juce::StringArray tags;
+    for (const auto& entry : entries)
+        tags.add (entry.tag);
+    return tags;
+}
+
+bool SkinFactory::isMade (const juce::String& tag)
+{
+    for (const auto& entry : entries)
+        if (tag.equalsIgnoreCase (entry.tag))
+            return entry.create != nullptr;
+    return false;
+}
