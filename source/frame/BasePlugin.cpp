@@ -1,6 +1,8 @@
 #include "frame/BasePlugin.h"
 
 #include "common/XmlText.h"
+#include "skin/AudioProcessorEditorWrapper.h"
+#include "skin/BasePluginEditor.h"
 
 BasePlugin::BasePlugin (int numHostParameters)
     : juce::AudioProcessor (BusesProperties()
@@ -30,6 +32,8 @@ BasePlugin::BasePlugin (int numHostParameters)
 
 BasePlugin::~BasePlugin()
 {
+    stopEditorTick();
+    editor.reset();
     cancelPendingUpdate();
     midiControl.reset();
 }
@@ -301,9 +305,36 @@ double BasePlugin::getTailLengthSeconds() const { return 0.0; }
 void BasePlugin::reset() {}
 bool BasePlugin::hasEditor() const { return true; }
 
+BasePluginEditor* BasePlugin::createEditorComponent() { return new BasePluginEditor (*this); }
+
+void BasePlugin::makeEditor()
+{
+    editor.reset (createEditorComponent());
+    if (editor == nullptr)
+        return;
+    editor->createDefaultControls();
+    if (isDebugMode())
+        editor->createDebugPanel();
+    editor->sendLookAndFeelChange();
+    editor->startTimer (BasePluginEditor::tickMilliseconds);
+    // Start ran through every parameter already; a second round would tell the host all values again as
+    // the window opens. The controls hear the values through their deferred lists alone.
+    parameters.triggerDeferredUpdates();
+}
+
 juce::AudioProcessorEditor* BasePlugin::createEditor()
 {
-    return new juce::GenericAudioProcessorEditor (*this);
+    if (editor == nullptr)
+        makeEditor();
+    if (editor == nullptr)
+        return nullptr;
+    return new AudioProcessorEditorWrapper (*this, *editor);
+}
+
+void BasePlugin::stopEditorTick()
+{
+    if (editor != nullptr)
+        editor->stopTimer();
 }
 
 bool BasePlugin::isBusesLayoutSupported (const BusesLayout& layouts) const

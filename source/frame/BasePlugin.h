@@ -17,6 +17,8 @@
     the host's parameter and state questions, and defines the operations through which the layers above
     fill in what is particular to them. Audio never passes through it: prepare, release and process
     belong to the family layer. */
+class BasePluginEditor;
+
 class BasePlugin : public juce::AudioProcessor,
                    public juce::AsyncUpdater,
                    public Parameter::Listener,
@@ -47,6 +49,8 @@ public:
 
     // The layers' operations.
     virtual void initialise();
+    /** Makes the editor; here a plain one. */
+    virtual BasePluginEditor* createEditorComponent();
     virtual juce::String getPluginName() const;
     virtual juce::String getPluginCode() const;
     virtual bool isStateXml (const juce::XmlElement& element) const;
@@ -93,6 +97,8 @@ public:
     MidiControl& getMidiControl() noexcept { return *midiControl; }
     EventsMap& getEvents() noexcept { return events; }
     const juce::String& getPluginFile() const noexcept { return pluginFile; }
+    /** The one editor, once a host has asked for it; null before. */
+    BasePluginEditor* getEditorComponent() const noexcept { return editor.get(); }
     const juce::String& getPluginFolder() const noexcept { return pluginFolder; }
 
     // Parameter::Listener: the end of the chain of the layers' reactions.
@@ -140,6 +146,8 @@ public:
 protected:
     /** Binds host index i to the parameter with id i for every index below the count. */
     void bindHostParameters();
+    /** Stops the editor's tick: the layers call it before anything the tick reads goes away. */
+    void stopEditorTick();
 
     juce::String pluginFile, pluginFolder;
     ParameterManager parameters;
@@ -149,6 +157,9 @@ protected:
 
 private:
     int hostCount() const;
+    /** The first open makes the editor: the skin, the generic face if there is no skin, the look, the
+        tick, and every value on its way to the controls through the deferred lists. */
+    void makeEditor();
 
     juce::Array<Parameter*> hostParameters;
     juce::CriticalSection hostParametersLock;
@@ -159,6 +170,7 @@ private:
     std::array<std::atomic<int>, maxHostParameters> hostWriteGuard{};
     std::atomic<int> stateLoadedFlag{ 0 }, stateSavedFlag{ 0 };
     juce::Array<StateListener*> stateListeners;
+    std::unique_ptr<BasePluginEditor> editor;
 
 public:
     /** Taken and cleared by the editor's tick; nothing in this effect raises it. */

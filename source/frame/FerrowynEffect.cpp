@@ -32,6 +32,8 @@ FerrowynEffect::FerrowynEffect (int numParametersToUse)
 
 FerrowynEffect::~FerrowynEffect()
 {
+    // The editor's tick reads the core: it stops before the core goes.
+    stopEditorTick();
     clocks.clear();
     setPresetChanger (nullptr);
     removePresetManagerListener (core.get());

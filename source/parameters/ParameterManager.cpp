@@ -233,6 +233,14 @@ void ParameterManager::notifyAll()
         parameter->sendChangeNotification();
 }
 
+void ParameterManager::triggerDeferredUpdates()
+{
+    const juce::ScopedReadLock reading (lock);
+
+    for (auto* parameter : parameters)
+        parameter->triggerAsyncUpdate();
+}
+
 std::unique_ptr<Parameter> ParameterManager::createParameter (const juce::XmlElement& row)
 {
     int index = noIndex;

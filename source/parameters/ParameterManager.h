@@ -44,6 +44,8 @@ public:
 
     // Every parameter in table order tells its listeners, changed or not.
     void notifyAll();
+    /** Brings every value to the deferred listeners alone, later on the message thread. */
+    void triggerDeferredUpdates();
 
     // Builds one parameter from a "param" row, or null for a row that makes none.
     static std::unique_ptr<Parameter> createParameter (const juce::XmlElement& row);

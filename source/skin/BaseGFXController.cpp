@@ -1,6 +1,7 @@
 #include "skin/BaseGFXController.h"
 
 #include "common/ResourceLoader.h"
+#include "skin/SkinPictures.h"
 #include "skin/SkinXml.h"
 
 #include <cmath>
@@ -30,14 +31,21 @@ void BaseGFXController::loadGfx (const juce::XmlElement& element)
     // A strip has at least one frame: a count below that could divide nothing.
     framesNum = juce::jmax (1, SkinXml::getInt (*gfx, "framesNum", 1));
     juce::Image image;
-    loadResourceImage (SkinXml::getAttribute (*gfx, "resource"), image);
+    const auto key = SkinXml::getAttribute (*gfx, "resource");
+    loadResourceImage (key, image);
     if (image.isValid())
+    {
         setStrip (image, framesNum);
+        stripKey = key;
+    }
 }
 
 void BaseGFXController::setStrip (const juce::Image& image, int frames)
 {
     strip = image;
+    stripKey.clear();
+    doubleStrip = {};
+    doubleStripLooked = false;
     framesNum = juce::jmax (1, frames);
     const int width = strip.getWidth();
     const int height = strip.getHeight() / framesNum;
@@ -79,7 +87,21 @@ void BaseGFXController::loadPos (const juce::XmlElement& element)
     }
 }
 
-void BaseGFXController::drawFrame (juce::Graphics& g, int frame) const
+const juce::Image& BaseGFXController::getDoubleStrip()
 {
-    g.drawImage (strip, 0, 0, frameWidth, frameHeight, 0, frame * frameHeight, frameWidth, frameHeight);
+    if (!doubleStripLooked)
+    {
+        doubleStripLooked = true;
+        doubleStrip = SkinPictures::loadDouble (stripKey, strip);
+    }
+    return doubleStrip;
+}
+
+void BaseGFXController::drawFrame (juce::Graphics& g, int frame)
+{
+    if (SkinPictures::wantsDouble (g) && getDoubleStrip().isValid())
+        g.drawImage (doubleStrip, 0, 0, frameWidth, frameHeight, 0, frame * frameHeight * 2, frameWidth * 2,
+                     frameHeight * 2);
+    else
+        g.drawImage (strip, 0, 0, frameWidth, frameHeight, 0, frame * frameHeight, frameWidth, frameHeight);
 }

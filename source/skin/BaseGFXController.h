@@ -37,11 +37,20 @@ public:
     virtual void positionChanged() {}
 
 protected:
-    /** Draws frame `frame` of the strip at (0, 0), unscaled. */
-    void drawFrame (juce::Graphics& g, int frame) const;
+    /** Draws frame `frame` of the strip at (0, 0) at the frame's size. On a screen of 1.5 pixels per point
+        or more, the strip of twice the size is drawn instead, decoded the first time it is needed. */
+    void drawFrame (juce::Graphics& g, int frame);
+
+    /** The sharper strip for dense screens, if the skin has one; null otherwise. */
+    const juce::Image& getDoubleStrip();
 
     juce::Image strip;
+    juce::String stripKey; // where the strip came from, to find its double
     int framesNum = 1;
     int frameWidth = 0, frameHeight = 0;
     int left = 0, top = 0;
+
+private:
+    juce::Image doubleStrip;
+    bool doubleStripLooked = false;
 };

@@ -1,7 +1,15 @@
 #include "skin/SkinFactory.h"
 
 #include "skin/GFXAnimation.h"
+#include "skin/GFXButton.h"
+#include "skin/GFXDisplay.h"
+#include "skin/GFXDisplayFloat.h"
+#include "skin/GFXKnob.h"
+#include "skin/GFXMultiStateButton.h"
 #include "skin/GFXPanel.h"
+#include "skin/GFXRocker.h"
+#include "skin/GFXSwitch.h"
+#include "skin/GFXToggleButton.h"
 #include "skin/SkinXml.h"
 
 namespace
@@ -26,15 +34,15 @@ struct Entry
 
 // Every tag a skin may use, in the order they are tried.
 const Entry entries[] = {
-    { "Knob", false, nullptr },
-    { "Switch", false, nullptr },
+    { "Knob", false, make<GFXKnob> },
+    { "Switch", false, make<GFXSwitch> },
     { "Animation", false, make<GFXAnimation> },
-    { "Button", false, nullptr },
-    { "ToggleButton", false, nullptr },
-    { "MultiStateButton", false, nullptr },
-    { "Display", false, nullptr },
-    { "DisplayFloat", false, nullptr },
-    { "Rocker", false, nullptr },
+    { "Button", false, make<GFXButton> },
+    { "ToggleButton", false, make<GFXToggleButton> },
+    { "MultiStateButton", false, make<GFXMultiStateButton> },
+    { "Display", false, make<GFXDisplay> },
+    { "DisplayFloat", false, make<GFXDisplayFloat> },
+    { "Rocker", false, make<GFXRocker> },
     { "Panel", false, make<GFXPanel> },
     { "NumericDisplay", false, nullptr },
     { "PatternNumberDisplay", false, nullptr },
