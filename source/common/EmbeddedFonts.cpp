@@ -2,6 +2,8 @@
 
 #include "common/ResourceLoader.h"
 
+#include <juce_gui_basics/juce_gui_basics.h>
+
 namespace
 {
 juce::Typeface::Ptr load (const char* key)
@@ -31,4 +33,10 @@ juce::Font EmbeddedFonts::make (float height, bool bold)
     if (typeface == nullptr)
         return juce::Font (height, bold ? juce::Font::bold : juce::Font::plain);
     return juce::Font (typeface).withHeight (height);
+}
+
+void EmbeddedFonts::becomeDefault()
+{
+    if (auto regular = getRegular())
+        juce::LookAndFeel::getDefaultLookAndFeel().setDefaultSansSerifTypeface (regular);
 }

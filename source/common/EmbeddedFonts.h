@@ -12,4 +12,9 @@ public:
 
     /** A font of the given height, regular or bold. */
     static juce::Font make (float height, bool bold = false);
+
+    /** Makes the embedded regular face the default sans-serif face of JUCE's default look and feel, which
+        decides for every font asked for by name, JUCE's own widgets' included. Each plug-in library has
+        its own copy of JUCE, so this reaches no other plug-in. */
+    static void becomeDefault();
 };

@@ -5,16 +5,19 @@
 AudioProcessorEditorWrapper::AudioProcessorEditorWrapper (juce::AudioProcessor& owner,
                                                           BasePluginEditor& editorToShow)
     : juce::AudioProcessorEditor (owner)
-    , editor (editorToShow)
+    , editor (&editorToShow)
 {
-    setSize (editor.getWidth(), editor.getHeight());
-    editor.setTopLeftPosition (0, 0);
-    editor.setVisible (true);
-    addAndMakeVisible (editor);
+    setSize (editorToShow.getWidth(), editorToShow.getHeight());
+    editorToShow.setTopLeftPosition (0, 0);
+    editorToShow.setVisible (true);
+    addAndMakeVisible (editorToShow);
 }
 
 AudioProcessorEditorWrapper::~AudioProcessorEditorWrapper()
 {
-    editor.setVisible (false);
-    removeChildComponent (&editor);
+    // A host that lets the processor go first has had the editor deleted under the wrapper already.
+    if (editor == nullptr)
+        return;
+    editor->setVisible (false);
+    removeChildComponent (editor.getComponent());
 }

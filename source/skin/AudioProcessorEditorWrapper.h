@@ -14,7 +14,7 @@ public:
     ~AudioProcessorEditorWrapper() override;
 
 private:
-    BasePluginEditor& editor;
+    juce::Component::SafePointer<BasePluginEditor> editor;
 
     JUCE_DECLARE_NON_COPYABLE_WITH_LEAK_DETECTOR (AudioProcessorEditorWrapper)
 };

@@ -1,5 +1,6 @@
 #include "skin/BasePluginEditor.h"
 
+#include "common/EmbeddedFonts.h"
 #include "common/ResourceLoader.h"
 #include "frame/BasePlugin.h"
 #include "parameters/BoolParameter.h"
@@ -49,6 +50,7 @@ constexpr int debugButtonPitch = 30, debugButtonSide = 20, debugButtonTop = 100;
 BasePluginEditor::BasePluginEditor (BasePlugin& owner, const juce::String& skinKey)
     : plugin (owner)
 {
+    EmbeddedFonts::becomeDefault();
     setLookAndFeel (&lookAndFeel);
 
     tooltipWindow = std::make_unique<juce::TooltipWindow> (this, tooltipDelay);
