@@ -1,6 +1,7 @@
 #include "FormatChecks.h"
 
 #include "AudioChecks.h"
+#include "EditorChecks.h"
 #include "IdentityChecks.h"
 #include "LifecycleChecks.h"
 #include "MidiChecks.h"
@@ -17,8 +18,8 @@ FormatChecks::FormatChecks (PluginLoader& loader, const juce::String& formatName
 
 const juce::StringArray& FormatChecks::groupNames()
 {
-    static const juce::StringArray names{ "identity", "parameters", "audio",    "midi",
-                                          "state",    "threads",    "lifecycle" };
+    static const juce::StringArray names{ "identity", "parameters", "audio",     "midi",
+                                          "state",    "threads",    "lifecycle", "editor" };
     return names;
 }
 
@@ -49,4 +50,6 @@ void FormatChecks::run (const juce::StringArray& groups)
     }
     if (wanted ("lifecycle"))
         LifecycleChecks (format).run();
+    if (wanted ("editor"))
+        EditorChecks (format).run();
 }

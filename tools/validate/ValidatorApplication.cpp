@@ -2,7 +2,7 @@
 
 #include "CrossFormatChecks.h"
 #include "FormatChecks.h"
-#include "XwdImage.h"
+#include "StandaloneChecks.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -24,7 +24,7 @@ void ValidatorApplication::printUsage()
 {
     std::cerr << "usage: vantrice-validate --format 2.4|VST3|LV2 PATH [--only GROUP,...]\n"
                  "       vantrice-validate --cross 2.4-PATH VST3-PATH LV2-PATH\n"
-                 "       vantrice-validate --xwd-to-png SCREENSHOT.xwd PICTURE.png\n"
+                 "       vantrice-validate --standalone APP OUTPUT-FOLDER\n"
                  "Loads the plug-in as a host does and checks it; one line per check, then a count.\n"
                  "2.4 is the 2.4-interface library. Groups: "
               << FormatChecks::groupNames().joinIntoString (", ") << ".\n";
@@ -41,30 +41,8 @@ bool ValidatorApplication::useScratchHome (const ScratchFolder& root)
     return true;
 }
 
-int ValidatorApplication::convertScreenshot (const juce::StringArray& args)
-{
-    const auto cwd = juce::File::getCurrentWorkingDirectory();
-    XwdImage image (cwd.getChildFile (args[1]));
-    if (!image.isValid())
-    {
-        std::cerr << "vantrice-validate: " << image.getError() << std::endl;
-        return 1;
-    }
-    const auto out = cwd.getChildFile (args[2]);
-    if (!image.writePng (out))
-    {
-        std::cerr << "vantrice-validate: cannot write " << out.getFullPathName() << std::endl;
-        return 1;
-    }
-    std::cout << image.describe() << std::endl;
-    return 0;
-}
-
 int ValidatorApplication::runCommand (const juce::StringArray& args)
 {
-    if (args.size() == 3 && args[0] == "--xwd-to-png")
-        return convertScreenshot (args);
-
     // "--only" names groups of checks, for the slow builds that need some of them only.
     juce::StringArray groups;
     if (args.size() == 5 && args[3] == "--only")
@@ -82,7 +60,8 @@ int ValidatorApplication::runCommand (const juce::StringArray& args)
     const bool oneFormat = (args.size() == 3 || (args.size() == 5 && !groups.isEmpty()))
                            && args[0] == "--format" && FormatUnderTest::formatNameOf (args[1]).isNotEmpty();
     const bool crossFormat = args.size() == 4 && args[0] == "--cross";
-    if (!oneFormat && !crossFormat)
+    const bool standalone = args.size() == 3 && args[0] == "--standalone";
+    if (!oneFormat && !crossFormat && !standalone)
     {
         printUsage();
         return 2;
@@ -101,6 +80,11 @@ int ValidatorApplication::runCommand (const juce::StringArray& args)
     const auto& scratchRoot = scratch.getFolder();
     const auto cwd = juce::File::getCurrentWorkingDirectory();
     ValidationReport report;
+    if (standalone)
+    {
+        StandaloneChecks (cwd.getChildFile (args[1]), cwd.getChildFile (args[2]), scratchRoot, report).run();
+    }
+    else
     {
         PluginLoader loader;
         if (oneFormat)

@@ -29,7 +29,6 @@ private:
 
     /** Returns the process's exit code. */
     int runCommand (const juce::StringArray& args);
-    int convertScreenshot (const juce::StringArray& args);
     static void printUsage();
     /** Makes a home of the run's own inside its scratch folder, which also holds the installed copies. */
     static bool useScratchHome (const ScratchFolder& root);

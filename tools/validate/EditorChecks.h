@@ -1,0 +1,19 @@
+#pragma once
+
+#include "FormatUnderTest.h"
+
+/** The editor as a host shows it: its size, and on a screen the face the user sees, pixel for pixel the
+    golden face of the unit tests. */
+class EditorChecks
+{
+public:
+    explicit EditorChecks (FormatUnderTest& format);
+    void run();
+
+private:
+    /** Saves a screenshot where the run keeps them (VANTRICE_SCREENSHOT_DIR), for a person to look at. */
+    void keep (const juce::Image& shot, const juce::String& what) const;
+
+    FormatUnderTest& format;
+    ValidationReport& report;
+};

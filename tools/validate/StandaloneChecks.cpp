@@ -1,0 +1,327 @@
+#include "StandaloneChecks.h"
+
+#include "ImageComparison.h"
+#include "MessagePump.h"
+#include "ScreenGrab.h"
+
+#include "common/ResourceLoader.h"
+#include "frame/EventsMap.h"
+#include "parameters/ParameterManager.h"
+#include "skin/GFXDisplay.h"
+#include "skin/SkinXml.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace
+{
+// Places on the face, from its skin: the Next button's middle and the name field's.
+const juce::Point<int> nextButton (335 + 34 / 2, 16 + 41 / 2);
+const juce::Rectangle<int> nameField (130, 28, 153, 13);
+constexpr int faceWidth = 633, faceHeight = 223;
+// Above the face the app's window has JUCE's title bar and its notice about the muted input.
+constexpr int titleAndNotice = 60;
+
+// Waits are bounds, not timings: each polls in short steps and gives up after its bound.
+constexpr int windowWaitRounds = 3000; // thirty seconds for the window to appear
+constexpr int quitWaitRounds = 1000;   // ten seconds to quit
+constexpr int pollMilliseconds = 10;
+
+// A hold of the Next button: a second and a quarter. The button fires once a second after the press,
+// then every tenth of a second while held, and once more at the release.
+constexpr int holdMilliseconds = 1250, repeatDelay = 1000, repeatInterval = 100;
+int eventsForHold (double milliseconds)
+{
+    const int repeats =
+        milliseconds < repeatDelay ? 0 : 1 + (int) std::floor ((milliseconds - repeatDelay) / repeatInterval);
+    return repeats + 1;
+}
+
+bool poll (const std::function<bool()>& done, int rounds)
+{
+    for (int i = 0; i < rounds; ++i)
+    {
+        if (done())
+            return true;
+        juce::Thread::sleep (pollMilliseconds);
+    }
+    return done();
+}
+
+juce::StringArray factoryPresetNames()
+{
+    juce::StringArray names;
+    if (auto bank = juce::parseXML (loadResourceText ("default.vtprsb")))
+        for (auto* group : bank->getChildIterator())
+            for (auto* preset : group->getChildIterator())
+                names.add (preset->getStringAttribute ("name"));
+    return names;
+}
+
+bool writePng (const juce::Image& image, const juce::File& file)
+{
+    file.deleteFile();
+    juce::FileOutputStream out (file);
+    return out.openedOk() && juce::PNGImageFormat().writeImageToStream (image, out);
+}
+} // namespace
+
+StandaloneChecks::StandaloneChecks (const juce::File& appToRun, const juce::File& outputFolderToUse,
+                                    const juce::File& scratchRoot, ValidationReport& reportToUse)
+    : app (appToRun)
+    , outputFolder (outputFolderToUse)
+    , installFolder (scratchRoot.getChildFile ("standalone"))
+    , report (reportToUse)
+{
+    report.setScope ("Standalone");
+}
+
+juce::String StandaloneChecks::xdotool (const juce::StringArray& args)
+{
+    juce::ChildProcess process;
+    juce::StringArray command ("xdotool");
+    command.addArray (args);
+    if (!process.start (command, juce::ChildProcess::wantStdOut))
+        return {};
+    auto output = process.readAllProcessOutput();
+    return process.getExitCode() == 0 ? output : juce::String();
+}
+
+void StandaloneChecks::run()
+{
+    if (!start())
+        return;
+    if (findEditor())
+    {
+        checkPresetSteps();
+        checkTyping();
+    }
+    quit();
+    checkWhatWasKept();
+}
+
+bool StandaloneChecks::start()
+{
+    outputFolder.createDirectory();
+    installFolder.createDirectory();
+    // The app keeps the plug-in's settings beside its binary, and its own in the home folder: both are
+    // the run's own.
+    const auto installed = installFolder.getChildFile ("Vantrice");
+    if (!report.check (app.copyFileTo (installed) && installed.setExecutePermission (true),
+                       "the app can be installed for the run", app.getFullPathName()))
+        return false;
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init (&actions);
+    const auto log = outputFolder.getChildFile ("app.log").getFullPathName();
+    posix_spawn_file_actions_addopen (&actions, STDOUT_FILENO, log.toRawUTF8(), O_WRONLY | O_CREAT | O_TRUNC,
+                                      0644);
+    posix_spawn_file_actions_adddup2 (&actions, STDOUT_FILENO, STDERR_FILENO);
+    const auto path = installed.getFullPathName().toStdString();
+    char* argv[] = { const_cast<char*> (path.c_str()), nullptr };
+    const bool started = posix_spawn (&pid, path.c_str(), &actions, nullptr, argv, environ) == 0;
+    posix_spawn_file_actions_destroy (&actions);
+    return report.check (started, "the app starts");
+}
+
+bool StandaloneChecks::findEditor()
+{
+    juce::String window;
+    poll (
+        [&]
+        {
+            window = xdotool ({ "search", "--onlyvisible", "--name", "^Vantrice$" }).trim();
+            return window.isNotEmpty();
+        },
+        windowWaitRounds);
+    if (!report.check (window.isNotEmpty(), "the app opens a window named \"Vantrice\"",
+                       "none; the app's output is in "
+                           + outputFolder.getChildFile ("app.log").getFullPathName()))
+        return false;
+
+    // The face is found where it is drawn, wherever the app and the window manager put it.
+    const auto golden = ImageComparison::loadGolden ("editor/face-defaults");
+    juce::Image screen;
+    poll (
+        [&]
+        {
+            screen = ScreenGrab::captureScreen();
+            editorOrigin = ImageComparison::find (screen, golden);
+            return editorOrigin.x >= 0;
+        },
+        windowWaitRounds);
+    writePng (screen, outputFolder.getChildFile ("standalone-start.png"));
+    return report.check (editorOrigin.x >= 0, "its window holds the golden face, pixel for pixel",
+                         "not found; the screen is in "
+                             + outputFolder.getChildFile ("standalone-start.png").getFullPathName());
+}
+
+void StandaloneChecks::clickAt (juce::Point<int> inEditor)
+{
+    const auto at = editorOrigin + inEditor;
+    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "click", "1" });
+}
+
+juce::Image StandaloneChecks::grabEditor() const
+{
+    return ScreenGrab::capture ({ editorOrigin.x, editorOrigin.y, faceWidth, faceHeight });
+}
+
+juce::Image StandaloneChecks::expectedDisplay (const juce::String& text) const
+{
+    // The name field as the skin makes it, drawn offscreen with the text and without a caret.
+    ParameterManager parameters;
+    EventsMap events;
+    GFXDisplay display;
+    if (auto skin = juce::parseXML (loadResourceText ("skin.xml")))
+        for (auto* element : skin->getChildIterator())
+            if (SkinXml::getAttribute (*element, "name") == "PresetNameDisplay")
+                display.loadFromXml (*element, parameters, events, nullptr);
+    display.setText (text);
+    return display.createComponentSnapshot (display.getLocalBounds());
+}
+
+void StandaloneChecks::checkPresetSteps()
+{
+    const auto names = factoryPresetNames();
+    auto shows = [this] (const juce::String& name)
+    {
+        const auto expected = expectedDisplay (name);
+        return poll (
+            [&]
+            {
+                return ImageComparison::describeDifference (expected,
+                                                            grabEditor().getClippedImage (nameField))
+                    .isEmpty();
+            },
+            windowWaitRounds / 10);
+    };
+
+    clickAt (nextButton);
+    expectedPreset = 1;
+    report.check (shows (names[1]), "a click on Next shows the next preset, " + names[1].quoted());
+
+    // The hold's length as the app saw it lies between the time from the press's return to the
+    // release's start and the time from the press's start to the release's return.
+    const auto at = editorOrigin + nextButton;
+    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y) });
+    const auto pressStart = juce::Time::getMillisecondCounterHiRes();
+    xdotool ({ "mousedown", "1" });
+    const auto pressed = juce::Time::getMillisecondCounterHiRes();
+    juce::Thread::sleep (holdMilliseconds);
+    const auto releaseStart = juce::Time::getMillisecondCounterHiRes();
+    xdotool ({ "mouseup", "1" });
+    const auto released = juce::Time::getMillisecondCounterHiRes();
+    holdEventsLow = eventsForHold (releaseStart - pressed);
+    holdEventsHigh = eventsForHold (released - pressStart);
+
+    int shown = -1;
+    for (int events = holdEventsLow; events <= holdEventsHigh && shown < 0; ++events)
+        if (shows (names[1 + events]))
+            shown = 1 + events;
+    expectedPreset = shown;
+    report.check (shown >= 0,
+                  "holding Next for " + juce::String (holdMilliseconds)
+                      + " ms steps on: " + juce::String (holdEventsLow) + " to "
+                      + juce::String (holdEventsHigh) + " presets for the hold the app saw",
+                  "the name field shows none of them");
+    writePng (grabEditor(), outputFolder.getChildFile ("standalone-after-next.png"));
+}
+
+void StandaloneChecks::checkTyping()
+{
+    typedName = "Typed Name";
+    clickAt (nameField.getCentre());
+    xdotool ({ "key", "--delay", "20", "--repeat", "30", "BackSpace" });
+    xdotool ({ "type", "--delay", "30", typedName });
+    xdotool ({ "key", "Return" });
+    const auto expected = expectedDisplay (typedName);
+    juce::Image field;
+    const bool typed = poll (
+        [&]
+        {
+            field = grabEditor().getClippedImage (nameField);
+            return ImageComparison::describeDifference (expected, field).isEmpty();
+        },
+        windowWaitRounds / 10);
+    writePng (grabEditor(), outputFolder.getChildFile ("standalone-typed.png"));
+    report.check (typed, "a clicked name field takes typing: it shows " + typedName.quoted(),
+                  ImageComparison::describeDifference (expected, field));
+}
+
+juce::Point<int> StandaloneChecks::findCloseButton() const
+{
+    // JUCE's own title bar, above the input notice and the face, draws its close button as a red cross
+    // at its right end: the middle of the red pixels there is the place to click.
+    const auto bar =
+        ScreenGrab::capture ({ editorOrigin.x, editorOrigin.y - titleAndNotice, faceWidth, titleAndNotice });
+    juce::Point<int> sum;
+    int count = 0;
+    for (int y = 0; y < bar.getHeight(); ++y)
+        for (int x = 0; x < bar.getWidth(); ++x)
+        {
+            const auto c = bar.getPixelAt (x, y);
+            if (c.getRed() > 150 && c.getGreen() < 90 && c.getBlue() < 90)
+            {
+                sum += { x, y };
+                ++count;
+            }
+        }
+    if (count == 0)
+        return { -1, -1 };
+    return { editorOrigin.x + sum.x / count, editorOrigin.y - titleAndNotice + sum.y / count };
+}
+
+void StandaloneChecks::quit()
+{
+    // The window's close button is how a user quits, and what makes the app keep the plug-in's state.
+    const auto close = editorOrigin.x >= 0 ? findCloseButton() : juce::Point<int> (-1, -1);
+    report.check (close.x >= 0, "its window has a close button");
+    if (close.x >= 0)
+        xdotool ({ "mousemove", juce::String (close.x), juce::String (close.y), "click", "1" });
+    else
+        kill (pid, SIGINT);
+    int status = 0;
+    const bool ended = poll ([&] { return waitpid (pid, &status, WNOHANG) == pid; }, quitWaitRounds);
+    if (!ended)
+    {
+        kill (pid, SIGKILL);
+        waitpid (pid, &status, 0);
+    }
+    report.check (ended, "the app quits when its window is closed");
+    report.check (ended && WIFEXITED (status) && WEXITSTATUS (status) == 0, "and its exit status is 0",
+                  "status " + juce::String (status));
+}
+
+void StandaloneChecks::checkWhatWasKept()
+{
+    report.check (installFolder.getChildFile ("Vantrice.ini").existsAsFile(),
+                  "the plug-in was shut down: it wrote its settings beside the app");
+    const auto log = outputFolder.getChildFile ("app.log").loadFileAsString().toLowerCase();
+    report.check (!log.contains ("segmentation") && !log.contains ("abort") && !log.contains ("assert")
+                      && !log.contains ("leak"),
+                  "the app reported no crash, assertion or leak",
+                  "see " + outputFolder.getChildFile ("app.log").getFullPathName());
+
+    // The app keeps the plug-in's state in its own settings, as a host keeps it in a project.
+    const auto settings = juce::File::getSpecialLocation (juce::File::userHomeDirectory)
+                              .getChildFile (".config/Vantrice.settings");
+    juce::MemoryBlock chunk;
+    std::unique_ptr<juce::XmlElement> state;
+    if (auto properties = juce::parseXML (settings))
+        for (auto* value : properties->getChildIterator())
+            if (value->getStringAttribute ("name") == "filterState"
+                && chunk.fromBase64Encoding (value->getStringAttribute ("val")))
+                state = juce::AudioProcessor::getXmlFromBinary (chunk.getData(), (int) chunk.getSize());
+    auto* presets = state != nullptr ? state->getChildByName ("PresetsState") : nullptr;
+    const int kept = presets != nullptr ? presets->getIntAttribute ("currentPreset", -1) : -1;
+    report.check (expectedPreset > 0 && kept == expectedPreset,
+                  "the app kept the state it quit with: preset " + juce::String (expectedPreset)
+                      + " selected",
+                  "preset " + juce::String (kept) + " in " + settings.getFullPathName());
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ValidationReport.h"
+
+#include <juce_audio_processors/juce_audio_processors.h>
+#include <juce_gui_basics/juce_gui_basics.h>
+
+/** The Standalone app as a user meets it on a screen: it opens a window with the golden face in it, a
+    click on Next steps one preset and holding it steps on, the name field takes typing, and asked to quit
+    it shuts down cleanly, keeping its state and settings. Input goes through xdotool, as a user's would;
+    what the app kept is read back from its files. */
+class StandaloneChecks
+{
+public:
+    StandaloneChecks (const juce::File& app, const juce::File& outputFolder, const juce::File& scratchRoot,
+                      ValidationReport& report);
+    void run();
+
+private:
+    bool start();
+    bool findEditor();
+    void checkPresetSteps();
+    void checkTyping();
+    juce::Point<int> findCloseButton() const;
+    void quit();
+    void checkWhatWasKept();
+
+    /** Runs xdotool with the arguments; its output, or an empty text if it failed. */
+    static juce::String xdotool (const juce::StringArray& args);
+    void clickAt (juce::Point<int> inEditor);
+    juce::Image grabEditor() const;
+    juce::Image expectedDisplay (const juce::String& text) const;
+
+    const juce::File app, outputFolder, installFolder;
+    ValidationReport& report;
+    int pid = -1;
+    juce::Point<int> editorOrigin{ -1, -1 };
+    int expectedPreset = 0;
+    int holdEventsLow = 0, holdEventsHigh = 0;
+    juce::String typedName;
+};
