@@ -29,7 +29,6 @@ private:
     static juce::String xdotool (const juce::StringArray& args);
     void clickAt (juce::Point<int> inEditor);
     juce::Image grabEditor() const;
-    juce::Image expectedDisplay (const juce::String& text) const;
 
     const juce::File app, outputFolder, installFolder;
     ValidationReport& report;

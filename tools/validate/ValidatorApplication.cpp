@@ -1,7 +1,9 @@
 #include "ValidatorApplication.h"
 
 #include "CrossFormatChecks.h"
+#include "FaceOnScreen.h"
 #include "FormatChecks.h"
+#include "ScreenGrab.h"
 #include "StandaloneChecks.h"
 
 #include <cstdlib>
@@ -25,6 +27,8 @@ void ValidatorApplication::printUsage()
     std::cerr << "usage: vantrice-validate --format 2.4|VST3|LV2 PATH [--only GROUP,...]\n"
                  "       vantrice-validate --cross 2.4-PATH VST3-PATH LV2-PATH\n"
                  "       vantrice-validate --standalone APP OUTPUT-FOLDER\n"
+                 "       vantrice-validate --screenshot PICTURE.png\n"
+                 "       vantrice-validate --find-face PICTURE.png [NAME]\n"
                  "Loads the plug-in as a host does and checks it; one line per check, then a count.\n"
                  "2.4 is the 2.4-interface library. Groups: "
               << FormatChecks::groupNames().joinIntoString (", ") << ".\n";
@@ -41,8 +45,45 @@ bool ValidatorApplication::useScratchHome (const ScratchFolder& root)
     return true;
 }
 
+int ValidatorApplication::runScreenCommand (const juce::StringArray& args)
+{
+    const auto file = juce::File::getCurrentWorkingDirectory().getChildFile (args[1]);
+    if (args[0] == "--screenshot")
+    {
+        const auto shot = ScreenGrab::captureScreen();
+        file.deleteFile();
+        juce::FileOutputStream out (file);
+        if (shot.isNull() || !out.openedOk() || !juce::PNGImageFormat().writeImageToStream (shot, out))
+        {
+            std::cerr << "vantrice-validate: cannot take a screenshot into " << file.getFullPathName()
+                      << std::endl;
+            return 1;
+        }
+        return 0;
+    }
+    // --find-face: where the face stands, and whether its name field shows the name given.
+    const auto screen = juce::ImageFileFormat::loadFrom (file);
+    const auto origin = FaceOnScreen::findFace (screen);
+    if (origin.x < 0)
+    {
+        std::cout << "no face" << std::endl;
+        return 1;
+    }
+    std::cout << "face at " << origin.x << " " << origin.y << std::endl;
+    if (args.size() == 3 && !FaceOnScreen::showsName (screen, origin, args[2]))
+    {
+        std::cout << "the name field does not show \"" << args[2] << "\"" << std::endl;
+        return 1;
+    }
+    return 0;
+}
+
 int ValidatorApplication::runCommand (const juce::StringArray& args)
 {
+    if ((args.size() == 2 && args[0] == "--screenshot")
+        || ((args.size() == 2 || args.size() == 3) && args[0] == "--find-face"))
+        return runScreenCommand (args);
+
     // "--only" names groups of checks, for the slow builds that need some of them only.
     juce::StringArray groups;
     if (args.size() == 5 && args[3] == "--only")

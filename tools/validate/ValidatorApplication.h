@@ -29,6 +29,8 @@ private:
 
     /** Returns the process's exit code. */
     int runCommand (const juce::StringArray& args);
+    /** Screenshots and looking for the face in one, for scripts that drive a real host. */
+    static int runScreenCommand (const juce::StringArray& args);
     static void printUsage();
     /** Makes a home of the run's own inside its scratch folder, which also holds the installed copies. */
     static bool useScratchHome (const ScratchFolder& root);
