@@ -2,6 +2,7 @@
 
 #include "dsp/ParameterCurves.h"
 #include "dsp/ParameterIndex.h"
+#include "skin/VantriceEditor.h"
 
 #include <cmath>
 #include <cstdio>
@@ -83,6 +84,7 @@ juce::String Vantrice::getPluginName() const { return "Vantrice"; }
 juce::String Vantrice::getPluginCode() const { return "VT"; }
 int Vantrice::getNumberOfParameters() const { return numParameters; }
 FerrowynEffect::Core* Vantrice::createCore() { return new VantriceCore (this); }
+BasePluginEditor* Vantrice::createEditorComponent() { return new VantriceEditor (*this); }
 bool Vantrice::hasQualitySettings() const { return false; }
 int Vantrice::getNumberOfClocks() const { return 0; }
 

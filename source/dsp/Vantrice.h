@@ -18,6 +18,7 @@ public:
     juce::String getPluginCode() const override;
     int getNumberOfParameters() const override;
     Core* createCore() override;
+    BasePluginEditor* createEditorComponent() override;
     juce::String getParameterTextFor (int index) override;
     void parameterChanged (Parameter* parameter) override;
     bool readPreset (const juce::XmlElement& element, Preset& preset) override;

@@ -24,16 +24,20 @@ void GFXSlider::loadFromXml (const juce::XmlElement& element, ParameterManager& 
     repaint();
 }
 
+// The parameter holds the slider's place in its range: the value itself for the 0 to 1 of knobs and
+// switches, the middle for a pitch bender's 0.
 void GFXSlider::updateFromParameter (Parameter* changed)
 {
-    setValue (changed->getNormalizedValue(), juce::dontSendNotification);
+    setValue (getMinimum() + changed->getNormalizedValue() * (getMaximum() - getMinimum()),
+              juce::dontSendNotification);
 }
 
 void GFXSlider::valueChanged()
 {
     if (parameter == nullptr)
         return;
-    parameter->setNormalizedValue ((float) getValue(), true);
+    parameter->setNormalizedValue ((float) ((getValue() - getMinimum()) / (getMaximum() - getMinimum())),
+                                   true);
     sendValueChanged();
 }
 

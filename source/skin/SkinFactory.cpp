@@ -10,6 +10,12 @@
 #include "skin/GFXRocker.h"
 #include "skin/GFXSwitch.h"
 #include "skin/GFXToggleButton.h"
+#include "skin/ModWheel.h"
+#include "skin/MusicKeyboard.h"
+#include "skin/NoteDisplay.h"
+#include "skin/NumericDisplay.h"
+#include "skin/PatternNumberDisplay.h"
+#include "skin/PitchBender.h"
 #include "skin/SkinXml.h"
 
 namespace
@@ -44,12 +50,12 @@ const Entry entries[] = {
     { "DisplayFloat", false, make<GFXDisplayFloat> },
     { "Rocker", false, make<GFXRocker> },
     { "Panel", false, make<GFXPanel> },
-    { "NumericDisplay", false, nullptr },
-    { "PatternNumberDisplay", false, nullptr },
-    { "NoteDisplay", true, nullptr },
-    { "MusicKeyboard", true, nullptr },
-    { "PitchBender", true, nullptr },
-    { "ModWheel", true, nullptr },
+    { "NumericDisplay", false, make<NumericDisplay> },
+    { "PatternNumberDisplay", false, make<PatternNumberDisplay> },
+    { "NoteDisplay", true, make<NoteDisplay> },
+    { "MusicKeyboard", true, make<MusicKeyboard> },
+    { "PitchBender", true, make<PitchBender> },
+    { "ModWheel", true, make<ModWheel> },
     { "ParameterModulator", true, nullptr }, // not made: its matrix is left out of this product
 };
 } // namespace

@@ -54,13 +54,14 @@ const ReadingCase readingCases[] = {
           EXPECT_EQ (a->getX(), 12);
           EXPECT_EQ (a->getScreenX() - p.getScreenX(), 25);
       } },
-    { "UnknownTagsAndPanelOnlyTagsOfAPanelArePassedOver",
+    { "APanelMakesItsOwnControlsAndPassesOverUnknownOnes",
       R"(<Panel name="p"><controls><Gauge name="x"/><MusicKeyboard name="k"/><ParameterModulator name="m"/>
          <Animation name="a"/></controls></Panel>)",
       [] (GFXPanel& p)
       {
-          ASSERT_EQ (p.getNumChildComponents(), 1);
-          EXPECT_EQ (p.getChildComponent (0)->getName(), "a");
+          ASSERT_EQ (p.getNumChildComponents(), 2);
+          EXPECT_EQ (p.getChildComponent (0)->getName(), "k");
+          EXPECT_EQ (p.getChildComponent (1)->getName(), "a");
       } },
     { "AStripLosesTheRowsItsFramesCantFill",
       R"(<Panel name="p"><controls><Animation name="a"><gfx resource="LeftVUMeterAnimation.png"

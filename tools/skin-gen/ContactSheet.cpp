@@ -2,6 +2,7 @@
 
 #include "FaceLayout.h"
 #include "FacePainter.h"
+#include "KitImages.h"
 #include "SkinImages.h"
 
 #include "common/EmbeddedFonts.h"
@@ -43,6 +44,19 @@ juce::Image ContactSheet::render (int scale)
         placed.push_back ({ c.name, strip, c.frames, margin, y + nameRoom });
         const int rows = (c.frames + perRow - 1) / perRow;
         y += nameRoom + rows * (h + numberRoom) + margin;
+    }
+    // The kit's strips, each frame as the controls cut it.
+    const int kitFrames[] = {
+        11, 2, 12, 19, 13, 11, 1 << (KitImages::whiteKeyLeft + KitImages::whiteKeyRight + 1), 2, 9, 3, 13
+    };
+    int k = 0;
+    for (const auto& picture : KitImages::render())
+    {
+        const int frames = kitFrames[k++];
+        const int w = picture.image.getWidth() + 4, h = picture.image.getHeight() / frames;
+        const int perRow = juce::jmax (1, (sheetWidth - 2 * margin) / w);
+        placed.push_back ({ picture.key, picture.image, frames, margin, y + nameRoom });
+        y += nameRoom + ((frames + perRow - 1) / perRow) * (h + numberRoom) + margin;
     }
     const int faceTop = y;
     const int faceScale = scale * 2; // the faces twice as large, to look at closely

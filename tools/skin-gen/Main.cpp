@@ -7,6 +7,7 @@
 
 #include "ContactSheet.h"
 #include "FaceLayout.h"
+#include "KitImages.h"
 #include "SkinImages.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
@@ -21,6 +22,8 @@ juce::File folderFor (const juce::File& root, int scale)
 {
     return scale == 1 ? root : root.getChildFile (juce::String (scale) + "x");
 }
+
+juce::File kitFolder (const juce::File& root) { return root.getChildFile ("kit"); }
 
 bool writeAtomically (const juce::File& target, const std::function<bool (juce::OutputStream&)>& write)
 {
@@ -66,6 +69,11 @@ int writeAll (const juce::File& root)
             if (!writePng (picture.image, folder.getChildFile (picture.key)))
                 return fail ("cannot write " + folder.getChildFile (picture.key).getFullPathName());
     }
+    if (!kitFolder (root).createDirectory())
+        return fail ("cannot create " + kitFolder (root).getFullPathName());
+    for (const auto& picture : KitImages::render())
+        if (!writePng (picture.image, kitFolder (root).getChildFile (picture.key)))
+            return fail ("cannot write " + kitFolder (root).getChildFile (picture.key).getFullPathName());
     if (!writeText (FaceLayout::createSkinXml(), root.getChildFile ("skin.xml")))
         return fail ("cannot write " + root.getChildFile ("skin.xml").getFullPathName());
     return 0;
@@ -94,11 +102,11 @@ juce::String compareImages (const juce::Image& drawn, const juce::File& committe
 int checkAll (const juce::File& root)
 {
     juce::StringArray problems;
-    for (const int scale : scales)
+    auto checkFolder =
+        [&problems] (const juce::File& folder, const std::vector<SkinImages::Picture>& pictures)
     {
-        const auto folder = folderFor (root, scale);
         juce::StringArray expected;
-        for (const auto& picture : SkinImages::render (scale))
+        for (const auto& picture : pictures)
         {
             expected.add (picture.key);
             const auto why = compareImages (picture.image, folder.getChildFile (picture.key));
@@ -108,7 +116,10 @@ int checkAll (const juce::File& root)
         for (const auto& file : folder.findChildFiles (juce::File::findFiles, false, "*.png"))
             if (!expected.contains (file.getFileName()))
                 problems.add (file.getFullPathName() + " is not drawn by the generator");
-    }
+    };
+    for (const int scale : scales)
+        checkFolder (folderFor (root, scale), SkinImages::render (scale));
+    checkFolder (kitFolder (root), KitImages::render());
     if (root.getChildFile ("skin.xml").loadFileAsString() != FaceLayout::createSkinXml())
         problems.add (root.getChildFile ("skin.xml").getFullPathName() + " differs from the layout");
     if (!problems.isEmpty())

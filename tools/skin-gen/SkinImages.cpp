@@ -3,12 +3,12 @@
 #include "FacePainter.h"
 #include "PixelFont.h"
 
+#include "skin/SkinPictures.h"
+
 juce::String SkinImages::keyAtScale (const juce::String& key, int scale)
 {
-    if (scale == 1)
-        return key;
-    return key.upToLastOccurrenceOf (".", false, false) + "@" + juce::String (scale) + "x"
-           + key.fromLastOccurrenceOf (".", true, false);
+    // The editor looks for the double pictures under these names.
+    return scale == 1 ? key : SkinPictures::doubleKey (key);
 }
 
 juce::Image SkinImages::renderBackground (int scale)

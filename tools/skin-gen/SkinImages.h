@@ -18,7 +18,8 @@ public:
         juce::Image image;
     };
 
-    /** Every picture at `scale` (1 or 2), in the layout's order after the background and the font. */
+    /** Every picture at `scale` (1 or 2, the only sizes the editor draws), in the layout's order after the
+        background and the font. */
     static std::vector<Picture> render (int scale);
 
     static juce::Image renderBackground (int scale);
