@@ -1,6 +1,7 @@
 #include "common/ScratchFolder.h"
 #include "dsp/Vantrice.h"
 #include "skin/BasePluginEditor.h"
+#include "skin/GFXAnimation.h"
 #include "skin/GFXKnob.h"
 
 #include <benchmark/benchmark.h>
@@ -112,8 +113,39 @@ void memoryPerInstance (benchmark::State& state)
         state.counters["with_2x_MiB"] = (doubled - before) / mebibyte;
     }
 }
+/** One tick of the editor while the meters move: the levels read from the core, the frames set, and the
+    two meters drawn again, as their repaints ask. The audio that moves them is made outside the timing. */
+void tickWithMovingMeters (benchmark::State& state)
+{
+    StartedPlugin started;
+    constexpr double rate = 44100.0;
+    constexpr int block = 512;
+    started.plugin.prepareToPlay (rate, block);
+    auto& editor = started.open();
+    juce::Component* meters[] = { BasePluginEditor::findComponentByName (editor, "LeftVUMeter"),
+                                  BasePluginEditor::findComponentByName (editor, "RightVUMeter") };
+    juce::AudioBuffer<float> audio (2, block);
+    juce::MidiBuffer midi;
+    int step = 0;
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        // A level that changes every tick, so that every tick moves the meters.
+        audio.clear();
+        const float level = (float) (step++ % 11 + 1) / 11.0f;
+        for (int i = 0; i < block; ++i)
+            audio.setSample (0, i, level * (i % 2 == 0 ? 1.0f : -1.0f));
+        audio.copyFrom (1, 0, audio, 0, 0, block);
+        started.plugin.processBlock (audio, midi);
+        state.ResumeTiming();
+        editor.update();
+        for (auto* meter : meters)
+            benchmark::DoNotOptimize (meter->createComponentSnapshot (meter->getLocalBounds()));
+    }
+}
 } // namespace
 
+BENCHMARK (tickWithMovingMeters)->Unit (benchmark::kMicrosecond);
 BENCHMARK (memoryPerInstance)->Iterations (1)->Unit (benchmark::kMillisecond);
 BENCHMARK (openEditorFirstTime)->Unit (benchmark::kMillisecond)->Iterations (10);
 BENCHMARK (reopenEditor)->Unit (benchmark::kMicrosecond);

@@ -1,6 +1,7 @@
 #include "EditorChecks.h"
 
 #include "ExpectedPlugin.h"
+#include "HostParameters.h"
 #include "ImageComparison.h"
 #include "MessagePump.h"
 #include "ScreenGrab.h"
@@ -11,6 +12,8 @@ namespace
 {
 // The face and its status bar.
 constexpr int faceWidth = 633, faceHeight = 223;
+// How long the tone plays before the first look, and how far apart the two looks are.
+constexpr int settleRounds = 45, apartRounds = 20;
 // Where the host's window stands on the virtual screen.
 const juce::Point<int> windowPosition (40, 40);
 
@@ -51,6 +54,74 @@ juce::Image shotWhenDrawn (juce::Component& window, const juce::Image& expected)
         MessagePump::defaultRounds);
     return shot;
 }
+/** A host's audio thread: plays a tone through the instance in real time, its level stepping every tenth
+    of a second, so that the meters have something to show. */
+class SteppingTone final : public juce::Thread
+{
+public:
+    explicit SteppingTone (juce::AudioProcessor& processorToFeed)
+        : juce::Thread ("stepping tone")
+        , processor (processorToFeed)
+    {
+        startThread();
+    }
+
+    ~SteppingTone() override { stopThread (stopWaitMilliseconds); }
+
+    void run() override
+    {
+        // The level climbs the meter's scale a lamp's step (30 dB over 11 lamps) every tenth of a second,
+        // from just under the lowest lamp, and starts over after the top one: two looks 200 ms apart see
+        // different lamps, and the process lamps, never dark, look the same.
+        juce::AudioBuffer<float> block (2, blockSize);
+        juce::MidiBuffer midi;
+        const double rate = ExpectedPlugin::latencies[0].rate;
+        const auto start = juce::Time::getMillisecondCounterHiRes();
+        juce::int64 played = 0;
+        while (!threadShouldExit())
+        {
+            const double now = juce::Time::getMillisecondCounterHiRes() - start;
+            const int step = (int) (now / stepMilliseconds) % lampSteps;
+            const auto level = juce::Decibels::decibelsToGain (lowestDb + lampDb * (float) step);
+            for (int i = 0; i < blockSize; ++i)
+            {
+                const auto sample = level * (float) std::sin (2.0 * juce::MathConstants<double>::pi * toneHz * (double) (played + i) / rate);
+                block.setSample (0, i, sample);
+                block.setSample (1, i, sample);
+            }
+            processor.processBlock (block, midi);
+            played += blockSize;
+            // Keep to real time: the next block is due when the ones played so far have sounded.
+            const double due = (double) played / rate * 1000.0;
+            const double ahead = due - (juce::Time::getMillisecondCounterHiRes() - start);
+            if (ahead > 0.0)
+                wait ((int) ahead);
+        }
+    }
+
+private:
+    static constexpr int blockSize = 512, stopWaitMilliseconds = 2000, lampSteps = 12;
+    static constexpr double toneHz = 1000.0, stepMilliseconds = 100.0;
+    static constexpr float lowestDb = -25.0f, lampDb = 30.0f / 11.0f;
+    juce::AudioProcessor& processor;
+};
+
+/** Where two pictures differ, as a bounding box per the given areas: how many differing pixels lie in
+    them, and how many outside. */
+void countDifferences (const juce::Image& a, const juce::Image& b, const juce::Array<juce::Rectangle<int>>& areas,
+                       int& inside, int& outside)
+{
+    inside = outside = 0;
+    for (int y = 0; y < juce::jmin (a.getHeight(), b.getHeight()); ++y)
+        for (int x = 0; x < juce::jmin (a.getWidth(), b.getWidth()); ++x)
+            if (a.getPixelAt (x, y) != b.getPixelAt (x, y))
+            {
+                bool inArea = false;
+                for (const auto& area : areas)
+                    inArea = inArea || area.contains (x, y);
+                (inArea ? inside : outside) += 1;
+            }
+}
 } // namespace
 
 EditorChecks::EditorChecks (FormatUnderTest& formatToCheck)
@@ -71,6 +142,35 @@ void EditorChecks::keep (const juce::Image& shot, const juce::String& what) cons
     juce::FileOutputStream out (file);
     if (out.openedOk())
         juce::PNGImageFormat().writeImageToStream (shot, out);
+}
+
+void EditorChecks::checkMetersMove (juce::AudioProcessor& instance, juce::Component& window)
+{
+    // The meters' places on the face, from the skin.
+    const juce::Array<juce::Rectangle<int>> meters (juce::Rectangle<int> (551, 99, 34, 89),
+                                                    juce::Rectangle<int> (585, 100, 37, 89));
+    // The plug-in passes the tone unchanged and at its own level: all dry, the output at 0 dB.
+    const HostParameters parameters (instance);
+    if (parameters.isComplete())
+    {
+        parameters[ParameterIndex::fx]->setValueNotifyingHost (0.0f);
+        parameters[ParameterIndex::outputVolume]->setValueNotifyingHost (0.5f);
+    }
+    juce::Image first, second;
+    {
+        SteppingTone tone (instance);
+        MessagePump::runUntil ([] { return false; }, settleRounds);
+        first = ScreenGrab::capture (window.getScreenBounds());
+        MessagePump::runUntil ([] { return false; }, apartRounds);
+        second = ScreenGrab::capture (window.getScreenBounds());
+    }
+    keep (first, "playing-first");
+    keep (second, "playing-second");
+    int inside = 0, outside = 0;
+    countDifferences (first, second, meters, inside, outside);
+    report.check (inside > 0 && outside == 0,
+                  "editor: while a tone plays, two looks 200 ms apart differ in the meters and nowhere else",
+                  juce::String (inside) + " pixels differ in the meters, " + juce::String (outside) + " elsewhere");
 }
 
 void EditorChecks::run()
@@ -100,6 +200,7 @@ void EditorChecks::run()
                       "editor: on the screen it is the golden face, pixel for pixel",
                       golden.isNull() ? juce::String ("no golden face")
                                       : ImageComparison::describeDifference (golden, shot));
+        checkMetersMove (*instance, window);
     }
     editor.reset();
     MessagePump::runBriefly();
