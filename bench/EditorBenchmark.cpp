@@ -3,6 +3,7 @@
 #include "skin/BasePluginEditor.h"
 #include "skin/GFXAnimation.h"
 #include "skin/GFXKnob.h"
+#include "windows/AboutWindow.h"
 
 #include <benchmark/benchmark.h>
 
@@ -68,6 +69,21 @@ void paintFace (benchmark::State& state)
     const auto scale = (float) state.range (0);
     for (auto _ : state)
         benchmark::DoNotOptimize (editor.createComponentSnapshot (editor.getLocalBounds(), true, scale));
+}
+
+/** The about window opened over the face and the editor drawn with it, then closed again. */
+void openAboutWindow (benchmark::State& state)
+{
+    StartedPlugin started;
+    auto& editor = started.open();
+    auto* about = editor.getAboutWindow();
+    about->setSize (550, 190); // the size the editor gives it while no panel shows
+    for (auto _ : state)
+    {
+        about->showCentred();
+        benchmark::DoNotOptimize (editor.createComponentSnapshot (editor.getLocalBounds()));
+        about->hide();
+    }
 }
 
 /** One knob's frame, as a repaint after a turn draws it. */
@@ -149,5 +165,6 @@ BENCHMARK (tickWithMovingMeters)->Unit (benchmark::kMicrosecond);
 BENCHMARK (memoryPerInstance)->Iterations (1)->Unit (benchmark::kMillisecond);
 BENCHMARK (openEditorFirstTime)->Unit (benchmark::kMillisecond)->Iterations (10);
 BENCHMARK (reopenEditor)->Unit (benchmark::kMicrosecond);
+BENCHMARK (openAboutWindow)->Unit (benchmark::kMicrosecond);
 BENCHMARK (paintFace)->Arg (1)->Arg (2)->Unit (benchmark::kMicrosecond);
 BENCHMARK (paintKnob)->Unit (benchmark::kMicrosecond);

@@ -24,6 +24,16 @@ bool splitKey (const juce::String& key, KeyParts& parts)
     parts.type = key.substring (point + 1);
     return true;
 }
+
+/** The embedded block of a key, which lives as long as the library; null with a size of 0 if none. */
+const char* findBlock (const juce::String& key, int& size)
+{
+    size = 0;
+    for (int i = 0; i < VantriceBinaryData::namedResourceListSize; ++i)
+        if (resourceKeyMatches (key, juce::String::fromUTF8 (VantriceBinaryData::originalFilenames[i])))
+            return VantriceBinaryData::getNamedResource (VantriceBinaryData::namedResourceList[i], size);
+    return nullptr;
+}
 } // namespace
 
 bool resourceKeyMatches (const juce::String& key, const juce::String& fileName)
@@ -36,22 +46,20 @@ bool resourceKeyMatches (const juce::String& key, const juce::String& fileName)
 
 std::unique_ptr<juce::MemoryBlock> loadResourceData (const juce::String& key)
 {
-    for (int i = 0; i < VantriceBinaryData::namedResourceListSize; ++i)
-    {
-        if (!resourceKeyMatches (key, juce::String::fromUTF8 (VantriceBinaryData::originalFilenames[i])))
-            continue;
+    int size = 0;
+    const char* data = findBlock (key, size);
+    if (data == nullptr || size <= 0)
+        return nullptr;
+    return std::make_unique<juce::MemoryBlock> (data, (size_t) size);
+}
 
-        int size = 0;
-        const char* data =
-            VantriceBinaryData::getNamedResource (VantriceBinaryData::namedResourceList[i], size);
-
-        if (data == nullptr || size <= 0)
-            return nullptr;
-
-        return std::make_unique<juce::MemoryBlock> (data, (size_t) size);
-    }
-
-    return nullptr;
+juce::Image loadCachedResourceImage (const juce::String& key)
+{
+    int size = 0;
+    const char* data = findBlock (key, size);
+    if (data == nullptr || (size_t) size < smallestImageBlock)
+        return {};
+    return juce::ImageCache::getFromMemory (data, size);
 }
 
 juce::String loadResourceText (const juce::String& key)

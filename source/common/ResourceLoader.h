@@ -19,3 +19,7 @@ juce::String loadResourceText (const juce::String& key);
 // Decodes the block into image; a block under 5 bytes, or one that doesn't decode, gives a null image.
 // Returns whether the block exists; a missing block leaves image as it was.
 bool loadResourceImage (const juce::String& key, juce::Image& image);
+
+// Decodes the block once per process through JUCE's image cache, which keeps pictures that are asked for
+// often; a null image if there is no such block or it doesn't decode.
+juce::Image loadCachedResourceImage (const juce::String& key);

@@ -16,6 +16,7 @@
 #include "skin/SkinFactory.h"
 #include "skin/SkinPictures.h"
 #include "skin/SkinXml.h"
+#include "windows/AboutWindow.h"
 #include "windows/StatusBar.h"
 
 namespace
@@ -34,6 +35,8 @@ constexpr int gridColumn = 64, gridRow = 120, gridLeft = 5, gridTop = 30, gridMa
 constexpr int plainControlWidth = 50, plainControlHeight = 80;
 constexpr float plainGrey = 0.9f;
 
+// The about window's size until the family's editor sizes it.
+constexpr int aboutWidth = 640, aboutHeight = 480;
 // The tooltip shows after the pointer rests this long.
 constexpr int tooltipDelay = 850;
 // The MIDI activity lamp stays lit after the last message, and the learn button blinks while learning.
@@ -57,6 +60,9 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, const juce::String& skinK
     tooltipWindow->setOpaque (false);
     statusBar = std::make_unique<StatusBar>();
     addAndMakeVisible (*statusBar);
+    aboutWindow = std::make_unique<AboutWindow> (plugin);
+    aboutWindow->setSize (aboutWidth, aboutHeight);
+    addChildComponent (*aboutWindow);
 
     plugin.getMidiControl().addListener (this);
     plugin.getParameterManager().addDeferredListenerToAll (this);
@@ -75,6 +81,7 @@ BasePluginEditor::~BasePluginEditor()
     plugin.getMidiControl().removeListener (this);
     plugin.getParameterManager().removeDeferredListenerFromAll (this);
     debugPanel.reset();
+    aboutWindow.reset();
     statusBar.reset();
     tooltipWindow.reset();
     defaultControls.clear();
@@ -276,8 +283,11 @@ void BasePluginEditor::handleEditorEvent (GUIController* controller, int uid)
 {
     switch (uid)
     {
-        case optionsEvent:
         case aboutEvent:
+            if (aboutWindow != nullptr)
+                aboutWindow->showCentred();
+            return;
+        case optionsEvent:
         case browseEvent:
             // The windows these open come with the editors that have them; here the bar is cleared.
             if (statusBar != nullptr && uid == optionsEvent)

@@ -4,10 +4,13 @@
 #include "parameters/Parameter.h"
 #include "skin/GFXToggleButtonDragGroup.h"
 #include "skin/GUIController.h"
+#include "windows/AlertWindow.h"
 #include "windows/DefaultLookAndFeel.h"
+#include "windows/PseudoModalComponent.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
+class AboutWindow;
 class BasePlugin;
 class GFXAnimation;
 class GFXMultiStateButton;
@@ -23,7 +26,9 @@ class BasePluginEditor : public juce::Component,
                          public Parameter::Listener,
                          public GUIController::Listener,
                          public MidiControl::Listener,
-                         public juce::Timer
+                         public PseudoModalComponent::Desktop,
+                         public juce::Timer,
+                         public Zelkora::AlertWindow::Caller
 {
 public:
     /** The editor's tick, while it is visible. */
@@ -73,6 +78,11 @@ public:
     void midiControllerMoved (MidiControl* control) override;
     // Parameter::Listener: the editor is on every deferred list, and needs none of it here.
     void parameterChanged (Parameter*) override {}
+    // Zelkora::AlertWindow::Caller: the questions about a preset collection's files, which this family
+    // never has.
+    void alertWindowFinished (Zelkora::AlertWindow*, int) override {}
+
+    AboutWindow* getAboutWindow() const noexcept { return aboutWindow.get(); }
 
     void paint (juce::Graphics& g) override;
     void resized() override;
@@ -96,6 +106,7 @@ protected:
     juce::String backgroundKey;
     DefaultLookAndFeel lookAndFeel;
     juce::OwnedArray<juce::Component> defaultControls;
+    std::unique_ptr<AboutWindow> aboutWindow;
     std::unique_ptr<juce::TooltipWindow> tooltipWindow;
     std::unique_ptr<StatusBar> statusBar;
     int contentHeight = 0;

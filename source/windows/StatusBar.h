@@ -19,10 +19,10 @@ public:
 
     void lookAndFeelChanged() override;
     void paint (juce::Graphics& g) override;
-
-private:
+    /** A message's time is up. */
     void timerCallback() override { clearMessage(); }
 
+private:
     juce::Font font;
     juce::String text;
     int priority = 0;

@@ -48,6 +48,7 @@ juce::String GoldenImage::check (const juce::Image& image, const juce::String& n
     if (why.isNotEmpty())
     {
         const auto actual = juce::File::getCurrentWorkingDirectory().getChildFile (name + ".actual.png");
+        actual.getParentDirectory().createDirectory();
         actual.deleteFile();
         juce::FileOutputStream out (actual);
         if (out.openedOk())

@@ -1,5 +1,6 @@
 #include "ContactSheet.h"
 
+#include "DialogImages.h"
 #include "FaceLayout.h"
 #include "FacePainter.h"
 #include "KitImages.h"
@@ -58,6 +59,27 @@ juce::Image ContactSheet::render (int scale)
         placed.push_back ({ picture.key, picture.image, frames, margin, y + nameRoom });
         y += nameRoom + ((frames + perRow - 1) / perRow) * (h + numberRoom) + margin;
     }
+    // The dialogs' pictures, each whole, in a row that wraps, on the sheet's light ground.
+    const int dialogTop = y;
+    std::vector<std::pair<SkinImages::Picture, juce::Point<int>>> dialogs;
+    {
+        int x = margin, rowHeight = 0;
+        y += nameRoom;
+        for (auto& picture : DialogImages::render (scale))
+        {
+            const int w = picture.image.getWidth() + 8, h = picture.image.getHeight() + numberRoom;
+            if (x + w > sheetWidth - margin)
+            {
+                x = margin;
+                y += rowHeight;
+                rowHeight = 0;
+            }
+            dialogs.push_back ({ picture, { x, y } });
+            x += w;
+            rowHeight = juce::jmax (rowHeight, h);
+        }
+        y += rowHeight + margin;
+    }
     const int faceTop = y;
     const int faceScale = scale * 2; // the faces twice as large, to look at closely
     const int faceHeight = FaceLayout::height * faceScale;
@@ -85,6 +107,12 @@ juce::Image ContactSheet::render (int scale)
             g.drawText (juce::String (f), fx, fy + fh, fw, numberRoom, juce::Justification::centred);
         }
     }
+
+    g.setColour (sheetInk);
+    g.setFont (EmbeddedFonts::make (11.0f, true));
+    g.drawText ("Dialogs", margin, dialogTop, 400, nameRoom, juce::Justification::centredLeft);
+    for (const auto& [picture, at] : dialogs)
+        g.drawImageAt (picture.image, at.x, at.y);
 
     for (int pass = 0; pass < 2; ++pass)
     {

@@ -6,6 +6,7 @@
 //   skin-gen --sheet FILE   writes a contact sheet of every frame and of the face
 
 #include "ContactSheet.h"
+#include "DialogImages.h"
 #include "FaceLayout.h"
 #include "KitImages.h"
 #include "SkinImages.h"
@@ -24,6 +25,10 @@ juce::File folderFor (const juce::File& root, int scale)
 }
 
 juce::File kitFolder (const juce::File& root) { return root.getChildFile ("kit"); }
+juce::File dialogFolder (const juce::File& root, int scale)
+{
+    return folderFor (root.getChildFile ("dialog"), scale);
+}
 
 bool writeAtomically (const juce::File& target, const std::function<bool (juce::OutputStream&)>& write)
 {
@@ -69,6 +74,15 @@ int writeAll (const juce::File& root)
             if (!writePng (picture.image, folder.getChildFile (picture.key)))
                 return fail ("cannot write " + folder.getChildFile (picture.key).getFullPathName());
     }
+    for (const int scale : scales)
+    {
+        const auto folder = dialogFolder (root, scale);
+        if (!folder.createDirectory())
+            return fail ("cannot create " + folder.getFullPathName());
+        for (const auto& picture : DialogImages::render (scale))
+            if (!writePng (picture.image, folder.getChildFile (picture.key)))
+                return fail ("cannot write " + folder.getChildFile (picture.key).getFullPathName());
+    }
     if (!kitFolder (root).createDirectory())
         return fail ("cannot create " + kitFolder (root).getFullPathName());
     for (const auto& picture : KitImages::render())
@@ -80,8 +94,13 @@ int writeAll (const juce::File& root)
 }
 
 /** Why a committed picture differs from the drawn one, or nothing. */
-juce::String compareImages (const juce::Image& drawn, const juce::File& committed)
+juce::String compareImages (const juce::Image& drawnPicture, const juce::File& committed)
 {
+    // The drawn picture goes through the file format as the committed one did: its faint pixels keep
+    // only what a PNG's straight alpha can hold.
+    juce::MemoryOutputStream encoded;
+    juce::PNGImageFormat().writeImageToStream (drawnPicture, encoded);
+    const auto drawn = juce::ImageFileFormat::loadFrom (encoded.getData(), encoded.getDataSize());
     const auto image = juce::ImageFileFormat::loadFrom (committed);
     if (image.isNull())
         return "is missing or doesn't decode";
@@ -120,6 +139,8 @@ int checkAll (const juce::File& root)
     for (const int scale : scales)
         checkFolder (folderFor (root, scale), SkinImages::render (scale));
     checkFolder (kitFolder (root), KitImages::render());
+    for (const int scale : scales)
+        checkFolder (dialogFolder (root, scale), DialogImages::render (scale));
     if (root.getChildFile ("skin.xml").loadFileAsString() != FaceLayout::createSkinXml())
         problems.add (root.getChildFile ("skin.xml").getFullPathName() + " differs from the layout");
     if (!problems.isEmpty())

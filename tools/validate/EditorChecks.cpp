@@ -85,7 +85,9 @@ public:
             const auto level = juce::Decibels::decibelsToGain (lowestDb + lampDb * (float) step);
             for (int i = 0; i < blockSize; ++i)
             {
-                const auto sample = level * (float) std::sin (2.0 * juce::MathConstants<double>::pi * toneHz * (double) (played + i) / rate);
+                const auto sample = level
+                                    * (float) std::sin (2.0 * juce::MathConstants<double>::pi * toneHz
+                                                        * (double) (played + i) / rate);
                 block.setSample (0, i, sample);
                 block.setSample (1, i, sample);
             }
@@ -108,8 +110,8 @@ private:
 
 /** Where two pictures differ, as a bounding box per the given areas: how many differing pixels lie in
     them, and how many outside. */
-void countDifferences (const juce::Image& a, const juce::Image& b, const juce::Array<juce::Rectangle<int>>& areas,
-                       int& inside, int& outside)
+void countDifferences (const juce::Image& a, const juce::Image& b,
+                       const juce::Array<juce::Rectangle<int>>& areas, int& inside, int& outside)
 {
     inside = outside = 0;
     for (int y = 0; y < juce::jmin (a.getHeight(), b.getHeight()); ++y)
@@ -170,7 +172,8 @@ void EditorChecks::checkMetersMove (juce::AudioProcessor& instance, juce::Compon
     countDifferences (first, second, meters, inside, outside);
     report.check (inside > 0 && outside == 0,
                   "editor: while a tone plays, two looks 200 ms apart differ in the meters and nowhere else",
-                  juce::String (inside) + " pixels differ in the meters, " + juce::String (outside) + " elsewhere");
+                  juce::String (inside) + " pixels differ in the meters, " + juce::String (outside)
+                      + " elsewhere");
 }
 
 void EditorChecks::run()
@@ -184,24 +187,43 @@ void EditorChecks::run()
     if (instance == nullptr)
         return;
 
-    std::unique_ptr<juce::AudioProcessorEditor> editor (instance->createEditorIfNeeded());
-    if (!report.check (editor != nullptr, "editor: the host gets one"))
-        return;
-    report.check (editor->getWidth() == faceWidth && editor->getHeight() == faceHeight,
-                  "editor: opens at " + juce::String (faceWidth) + " by " + juce::String (faceHeight),
-                  juce::String (editor->getWidth()) + " by " + juce::String (editor->getHeight()));
-
+    // JUCE's LV2 host embeds the plug-in's window through a window of its own, and learns of the
+    // plug-in's window from X on its own connection: now and then the plug-in's window is made before
+    // the host listens for it, and the host never shows it. A host's second opening then shows it; a
+    // plug-in that fails to draw fails both.
+    const int openings = format.getFormatName() == "LV2" ? 2 : 1;
+    const auto golden = ImageComparison::loadGolden ("editor/face-defaults");
+    bool checked = false;
+    for (int opening = 1; opening <= openings && !checked; ++opening)
     {
-        HostWindow window (*editor);
-        const auto golden = ImageComparison::loadGolden ("editor/face-defaults");
-        const auto shot = shotWhenDrawn (window, golden);
-        keep (shot, "editor");
-        report.check (golden.isValid() && ImageComparison::describeDifference (golden, shot).isEmpty(),
-                      "editor: on the screen it is the golden face, pixel for pixel",
-                      golden.isNull() ? juce::String ("no golden face")
-                                      : ImageComparison::describeDifference (golden, shot));
-        checkMetersMove (*instance, window);
+        std::unique_ptr<juce::AudioProcessorEditor> editor (instance->createEditorIfNeeded());
+        if (opening == 1 ? !report.check (editor != nullptr, "editor: the host gets one") : editor == nullptr)
+            return;
+        {
+            HostWindow window (*editor);
+            const auto shot = shotWhenDrawn (window, golden);
+            const auto difference = golden.isNull() ? juce::String ("no golden face")
+                                                    : ImageComparison::describeDifference (golden, shot);
+            if (difference.isNotEmpty() && opening < openings)
+            {
+                window.setVisible (false);
+            }
+            else
+            {
+                report.check (
+                    editor->getWidth() == faceWidth && editor->getHeight() == faceHeight,
+                    "editor: opens at " + juce::String (faceWidth) + " by " + juce::String (faceHeight),
+                    juce::String (editor->getWidth()) + " by " + juce::String (editor->getHeight()));
+                keep (shot, "editor");
+                report.check (difference.isEmpty(),
+                              "editor: on the screen it is the golden face, pixel for pixel"
+                                  + juce::String (opening > 1 ? " (at the host's second opening)" : ""),
+                              difference);
+                checkMetersMove (*instance, window);
+                checked = true;
+            }
+        }
+        editor.reset();
+        MessagePump::runBriefly();
     }
-    editor.reset();
-    MessagePump::runBriefly();
 }

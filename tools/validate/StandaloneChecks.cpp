@@ -19,6 +19,7 @@ namespace
 // The middles of the Next and Previous buttons, from their places in the skin.
 const juce::Point<int> nextButton (335 + 34 / 2, 16 + 41 / 2);
 const juce::Point<int> previousButton (297 + 33 / 2, 15 + 42 / 2);
+const juce::Point<int> optionsButton (78 + 38 / 2, 14 + 43 / 2);
 constexpr int faceWidth = FaceOnScreen::width, faceHeight = FaceOnScreen::height;
 // Above the face the app's window has JUCE's title bar and its notice about the muted input.
 constexpr int titleAndNotice = 60;
@@ -97,6 +98,7 @@ void StandaloneChecks::run()
     {
         checkPresetSteps();
         checkTyping();
+        checkAboutWindow();
     }
     quit();
     checkWhatWasKept();
@@ -203,7 +205,8 @@ void StandaloneChecks::checkPresetSteps()
         [&]
         {
             field = grabEditor().getClippedImage (FaceOnScreen::getNameField());
-            const bool still = previous.isValid() && ImageComparison::describeDifference (previous, field).isEmpty();
+            const bool still =
+                previous.isValid() && ImageComparison::describeDifference (previous, field).isEmpty();
             previous = field;
             juce::Thread::sleep (settleMilliseconds);
             return still;
@@ -215,8 +218,9 @@ void StandaloneChecks::checkPresetSteps()
             shown = 1 + events;
     expectedPreset = shown;
     report.check (shown >= 0,
-                  "holding Next for " + juce::String (holdMilliseconds) + " ms steps on: " + juce::String (holdEventsLow)
-                      + " to " + juce::String (holdEventsHigh) + " presets for the hold the app saw",
+                  "holding Next for " + juce::String (holdMilliseconds)
+                      + " ms steps on: " + juce::String (holdEventsLow) + " to "
+                      + juce::String (holdEventsHigh) + " presets for the hold the app saw",
                   "the name field shows none of them");
     writePng (grabEditor(), outputFolder.getChildFile ("standalone-after-next.png"));
 }
@@ -236,12 +240,45 @@ void StandaloneChecks::checkTyping()
 
     // The name went to the preset: away to the next one and back, the field shows it again.
     clickAt (nextButton);
-    const bool away = poll ([&] { return !FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
-                            windowWaitRounds / 10);
+    const bool away =
+        poll ([&] { return !FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
+              windowWaitRounds / 10);
     clickAt (previousButton);
-    const bool back = poll ([&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
-                            windowWaitRounds / 10);
-    report.check (away && back, "the typed name renamed the preset: it is there again after Next and Previous");
+    const bool back =
+        poll ([&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
+              windowWaitRounds / 10);
+    report.check (away && back,
+                  "the typed name renamed the preset: it is there again after Next and Previous");
+}
+
+void StandaloneChecks::checkAboutWindow()
+{
+    // The about window is black: where it shows, most of the face is.
+    auto showsAbout = [this]
+    {
+        const auto shot = grabEditor();
+        int black = 0;
+        for (int y = 0; y < shot.getHeight(); ++y)
+            for (int x = 0; x < shot.getWidth(); ++x)
+                black += shot.getPixelAt (x, y).getBrightness() == 0.0f ? 1 : 0;
+        return black * 2 > shot.getWidth() * shot.getHeight();
+    };
+    const auto before = grabEditor();
+    const auto at = editorOrigin + optionsButton;
+    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "keydown", "ctrl", "click", "1",
+               "keyup", "ctrl" });
+    const bool opened = poll (showsAbout, windowWaitRounds / 10);
+    writePng (grabEditor(), outputFolder.getChildFile ("standalone-about.png"));
+    report.check (opened, "Ctrl and a click on the options button open the about window");
+    if (!opened)
+        return;
+
+    clickAt (FaceOnScreen::getNameField().getCentre());
+    const bool closed =
+        poll ([&] { return ImageComparison::describeDifference (before, grabEditor()).isEmpty(); },
+              windowWaitRounds / 10);
+    report.check (closed, "a click on the about window closes it, and the face is as it was",
+                  ImageComparison::describeDifference (before, grabEditor()));
 }
 
 juce::Point<int> StandaloneChecks::findCloseButton() const
@@ -321,5 +358,6 @@ void StandaloneChecks::checkWhatWasKept()
         for (auto* group : bank->getChildIterator())
             for (auto* preset : group->getChildIterator())
                 names.add (preset->getStringAttribute ("name"));
-    report.check (names[kept] == typedName, "and its bank keeps the typed name", "it holds " + names[kept].quoted());
+    report.check (names[kept] == typedName, "and its bank keeps the typed name",
+                  "it holds " + names[kept].quoted());
 }

@@ -6,7 +6,8 @@
 #include <juce_gui_basics/juce_gui_basics.h>
 
 /** The Standalone app as a user meets it on a screen: it opens a window with the golden face in it, a
-    click on Next steps one preset and holding it steps on, the name field takes typing, and asked to quit
+    click on Next steps one preset and holding it steps on, the name field takes typing, Ctrl and a click
+    on the options button open the about window and a click on it closes it, and asked to quit
     it shuts down cleanly, keeping its state and settings. Input goes through xdotool, as a user's would;
     what the app kept is read back from its files. */
 class StandaloneChecks
@@ -21,6 +22,7 @@ private:
     bool findEditor();
     void checkPresetSteps();
     void checkTyping();
+    void checkAboutWindow();
     juce::Point<int> findCloseButton() const;
     void quit();
     void checkWhatWasKept();
