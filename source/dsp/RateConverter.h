@@ -39,6 +39,8 @@ public:
     }
 
 private:
+    friend struct CoreStateProbe; // the tests' comparison of two cores' whole state
+
     void push (double x) noexcept;
     double dot() const noexcept;
     void nextPhase() noexcept;

@@ -1,7 +1,10 @@
 #include "dsp/VantriceCore.h"
 
+#include "dsp/BlockPath.h"
 #include "dsp/ParameterCurves.h"
 #include "dsp/StepTable.h"
+
+#include <juce_audio_basics/juce_audio_basics.h>
 
 #include <algorithm>
 #include <cmath>
@@ -81,6 +84,7 @@ VantriceCore::VantriceCore (Vantrice* owningProcessor)
     noiseScale = std::ldexp (1.0f, -31);
 
     setSampleRate ((float) RateInfo::coreRate);
+    blockPath = std::make_unique<BlockPath> (*this);
 }
 
 VantriceCore::~VantriceCore() = default;
@@ -543,10 +547,40 @@ void VantriceCore::meterStereo (Channel& c, double o) noexcept
 
 void VantriceCore::processStereo (float** leftChannel, float** rightChannel, int numSamples)
 {
-    float* l = *leftChannel;
-    float* r = *rightChannel;
+    // The plug-in's own setting, so that tests, benchmarks and hosts compute alike.
+    const juce::ScopedNoDenormals noDenormals;
 
-    for (int i = 0; rateSupported && i < numSamples; ++i)
+    if (rateSupported && numSamples > 0)
+    {
+        if (referenceLoop)
+            literalStereo (*leftChannel, *rightChannel, numSamples);
+        else
+            blockPath->processStereo (*leftChannel, *rightChannel, numSamples);
+    }
+
+    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
+    publishIndicators (left.active, right.active);
+}
+
+void VantriceCore::processMono (float** channel, int numSamples)
+{
+    const juce::ScopedNoDenormals noDenormals;
+
+    if (rateSupported && numSamples > 0)
+    {
+        if (referenceLoop)
+            literalMono (*channel, numSamples);
+        else
+            blockPath->processMono (*channel, numSamples);
+    }
+
+    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
+    publishIndicators (left.active, right.active);
+}
+
+void VantriceCore::literalStereo (float* l, float* r, int numSamples) noexcept
+{
+    for (int i = 0; i < numSamples; ++i)
     {
         smoothControls();
         right.resoRoot = std::sqrt (right.reso);
@@ -603,16 +637,11 @@ void VantriceCore::processStereo (float** leftChannel, float** rightChannel, int
         l[i] = (float) leftOut;
         r[i] = (float) rightOut;
     }
-
-    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
-    publishIndicators (left.active, right.active);
 }
 
-void VantriceCore::processMono (float** channel, int numSamples)
+void VantriceCore::literalMono (float* l, int numSamples) noexcept
 {
-    float* l = *channel;
-
-    for (int i = 0; rateSupported && i < numSamples; ++i)
+    for (int i = 0; i < numSamples; ++i)
     {
         smoothControls();
         left.resoRoot = std::sqrt (left.reso);
@@ -660,9 +689,6 @@ void VantriceCore::processMono (float** channel, int numSamples)
 
         l[i] = (float) leftOut;
     }
-
-    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
-    publishIndicators (left.active, right.active);
 }
 
 void VantriceCore::publishIndicators (bool leftLit, bool rightLit)
