@@ -121,3 +121,52 @@ int RateConverter::process (double x, double* result) noexcept
     }
     return n;
 }
+
+void RateConverter::copyHistory (double* dest) const noexcept
+{
+    // Before a push the slot at `delayWrite` holds the oldest input, which the push replaces.
+    std::copy (delayLine + delayWrite + 1, delayLine + delayWrite + numTaps, dest);
+}
+
+void RateConverter::pushBlock (const double* inputs, int numInputs) noexcept
+{
+    if (numInputs <= 0)
+        return;
+    delayWrite = (delayWrite + numInputs) % numTaps;
+    // The newest inputs, oldest first, from the slot the next push replaces.
+    const double* newest = inputs + historyLength + numInputs - numTaps;
+    for (int k = 0; k < numTaps; ++k)
+    {
+        const int slot = (delayWrite + k) % numTaps;
+        delayLine[slot] = newest[k];
+        delayLine[slot + numTaps] = newest[k];
+    }
+}
+
+int RateConverter::schedule (int numInputs, int* outputsPerInput, int* phases) noexcept
+{
+    int total = 0;
+    for (int i = 0; i < numInputs; ++i)
+    {
+        int n = 0;
+        if (inFactor > outFactor)
+        {
+            if (--countdown < 1)
+            {
+                phases[total + n++] = phase;
+                nextPhase();
+            }
+        }
+        else
+        {
+            do
+            {
+                phases[total + n++] = phase;
+                nextPhase();
+            } while (countdown == 0);
+        }
+        outputsPerInput[i] = n;
+        total += n;
+    }
+    return total;
+}

@@ -9,6 +9,7 @@ class RateConverter
 {
 public:
     static constexpr int numTaps = 65;
+    static constexpr int historyLength = numTaps - 1;
 
     /** The most outputs one call may give; callers size their result buffers by it. */
     static constexpr int maxOutputsPerCall = 10;
@@ -18,6 +19,22 @@ public:
 
     /** Takes one input sample and writes 0 or more outputs to `result`, returning their count. */
     int process (double x, double* result) noexcept;
+
+    /** For a block form: the 64 newest inputs, oldest first, which the next input's dots reach back to. */
+    void copyHistory (double* dest) const noexcept;
+
+    /** For a block form: `numInputs` pushed at once. `inputs` holds them behind the 64 of `copyHistory`. */
+    void pushBlock (const double* inputs, int numInputs) noexcept;
+
+    /** For a block form: what `numInputs` calls of `process` would do to the phase, without the signal.
+        Writes each call's count of outputs and the phase of each output in order; returns their total. */
+    int schedule (int numInputs, int* outputsPerInput, int* phases) noexcept;
+
+    /** Whether the next calls give the same counts at the same phases as the other's. */
+    bool sharesScheduleWith (const RateConverter& other) const noexcept
+    {
+        return phase == other.phase && countdown == other.countdown;
+    }
 
     /** Whether a pair of rates gives factors with a bounded table and at most `maxOutputsPerCall`
         outputs per call. */

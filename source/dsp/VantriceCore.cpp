@@ -15,9 +15,6 @@ namespace
 constexpr double pi = 3.141592653589793;
 constexpr int coreRateHz = 44100;
 
-// The rows a step sits on once it has died away: the table is 0.0 there.
-constexpr double silentStepRow = 4227.0;
-
 /** Truncation toward zero through a signed 32-bit integer. A value outside its range gives the
     integer's smallest value, as the processor's conversion does, without undefined behaviour. */
 inline int truncToInt32 (double x) noexcept
@@ -375,7 +372,7 @@ double VantriceCore::sumSteps (Channel& c, double speed) noexcept
         const int i = (int) p;
         const double r = table[i] + (p - i) * (table[i + 1] - table[i]);
         a = a + (r * c.stepHeight[j] + 1e-20);
-        c.stepPosition[j] = p >= lastStart ? silentStepRow : p + speed;
+        c.stepPosition[j] = p >= lastStart ? StepTable::silentRow : p + speed;
     }
     return a;
 }
@@ -545,6 +542,21 @@ void VantriceCore::meterStereo (Channel& c, double o) noexcept
         c.active = false;
 }
 
+void VantriceCore::meterMono (double o) noexcept
+{
+    // One meter for both sides, and a signed envelope test.
+    const double m = meterPosition (o);
+    if (m > left.meterPeak)
+        left.meterPeak = m;
+    left.meterPeak = meterDecay * left.meterPeak + 1e-20;
+    right.meterPeak = left.meterPeak;
+    left.envelope = (meterDecay + 1e-20) * left.envelope;
+    if (o > left.envelope)
+        left.envelope = o;
+    if (2e-5 > left.envelope)
+        left.active = false;
+}
+
 void VantriceCore::processStereo (float** leftChannel, float** rightChannel, int numSamples)
 {
     // The plug-in's own setting, so that tests, benchmarks and hosts compute alike.
@@ -672,17 +684,7 @@ void VantriceCore::literalMono (float* l, int numSamples) noexcept
             advanceRing (left.fifoRead, fifoSize);
         }
 
-        // One meter for both sides, and a signed envelope test.
-        const double m = meterPosition (leftOut);
-        if (m > left.meterPeak)
-            left.meterPeak = m;
-        left.meterPeak = meterDecay * left.meterPeak + 1e-20;
-        right.meterPeak = left.meterPeak;
-        left.envelope = (meterDecay + 1e-20) * left.envelope;
-        if (leftOut > left.envelope)
-            left.envelope = leftOut;
-        if (2e-5 > left.envelope)
-            left.active = false;
+        meterMono (leftOut);
 
         if (fadeActive && runFadeStep (rateInfo))
             leftOut *= fadeGain;

@@ -206,6 +206,7 @@ TEST_P (FastPathAgainstReference, GivesTheReferenceBitsAndStateThroughEveryTrans
     const auto scaled = [rateRatio] (int coreSamples) { return (int) (coreSamples * rateRatio); };
 
     ASSERT_TRUE (play ("steady", scaled (6000), Layout::stereo, Signal::loud));
+    const auto blockFormAfterSteady = fast->getFormCounts().blockStretches;
 
     ASSERT_TRUE (play ("parameter changes", scaled (5000), Layout::stereo, Signal::loud,
                        [this]
@@ -248,8 +249,13 @@ TEST_P (FastPathAgainstReference, GivesTheReferenceBitsAndStateThroughEveryTrans
     ASSERT_TRUE (play ("standstill", scaled (1000), Layout::stereo, Signal::silence));
     ASSERT_TRUE (play ("out of standstill", scaled (3000), Layout::stereo, Signal::loud));
 
+    const auto blockFormBeforeMono = fast->getFormCounts().blockStretches;
     ASSERT_TRUE (play ("mono", scaled (3000), Layout::mono, Signal::loud));
+    const auto blockFormInMono = fast->getFormCounts().blockStretches - blockFormBeforeMono;
     ASSERT_TRUE (play ("mono and stereo", scaled (5000), Layout::alternating, Signal::loud));
+
+    EXPECT_GT (blockFormAfterSteady, 0u) << "the block form never ran in stereo";
+    EXPECT_GT (blockFormInMono, 0u) << "the block form never ran in mono";
 }
 
 INSTANTIATE_TEST_SUITE_P (Path, FastPathAgainstReference, ::testing::ValuesIn (differentialCases()), nameOf);
