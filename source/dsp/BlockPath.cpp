@@ -1,11 +1,11 @@
 #include "dsp/BlockPath.h"
 
 #include "dsp/StepTable.h"
-#include "dsp/VantriceCore.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <limits>
 
 namespace
 {
@@ -21,6 +21,9 @@ constexpr int filterOff = 4;
 
 static_assert (SignalKernels::numSlots == VantriceCore::numStepSlots, "the kernels' slots are the core's");
 
+// The serial passes repeat the literal loop's expressions term for term; the differential test holds
+// the two to the same bits.
+
 inline double clampUnit (double y) noexcept
 {
     if (y > 1.0)
@@ -30,7 +33,69 @@ inline double clampUnit (double y) noexcept
     return y;
 }
 
+inline int truncToInt32 (double x) noexcept
+{
+    if (x > -2147483649.0 && x < 2147483648.0)
+        return (int) x;
+    return std::numeric_limits<int>::min();
+}
+
+inline double quantise (double v, double scale, float noise) noexcept
+{
+    if (scale > VantriceCore::noQuantisation)
+        return v;
+    const double h = scale * 0.5;
+    return truncToInt32 ((noise / (scale * 2.0) + v) * h + 0.5) / h;
+}
+
 inline bool sameBits (double a, double b) noexcept { return std::memcmp (&a, &b, sizeof (a)) == 0; }
+
+/** A state-variable filter's four values, held in registers for a pass. */
+struct Filter
+{
+    double low, high, band, notch;
+
+    explicit Filter (const VantriceCore::Channel& c) noexcept
+        : low (c.low)
+        , high (c.high)
+        , band (c.band)
+        , notch (c.notch)
+    {
+    }
+
+    void storeTo (VantriceCore::Channel& c) const noexcept
+    {
+        c.low = low;
+        c.high = high;
+        c.band = band;
+        c.notch = notch;
+    }
+
+    double run (double u, int type, double f, double q, double root) noexcept
+    {
+        constexpr double e = 1e-20;
+        const double s = u * root;
+        const double l1 = f * band + low + e;
+        const double b1 = (s - l1 - q * band + e) * f + band + e;
+        low = f * b1 + l1 + e;
+        high = s - low - q * b1 + e;
+        band = f * high + b1 + e;
+        notch = high + low + e;
+        switch (type)
+        {
+            case 0:
+                return low;
+            case 1:
+                return band;
+            case 2:
+                return high;
+            case 3:
+                return notch;
+            default:
+                return u;
+        }
+    }
+};
 
 /** The literal loop's glide, per sample, into `out`. A glide at its fixed point gives the same value in
     every sample, so it is written without being run; returns whether it was. */
@@ -55,34 +120,67 @@ inline void advance (int& position, int size) noexcept
     if (++position == size)
         position = 0;
 }
+
+/** The hold clock of a channel over a stretch, the reciprocal of its rate taken once: the same bits. */
+struct HoldClock
+{
+    double phase, period;
+
+    explicit HoldClock (const VantriceCore::Channel& c) noexcept
+        : phase (c.holdPhase)
+        , period (1.0 / c.rate)
+    {
+    }
+
+    /** Whether a hold falls due, and its fraction if so. */
+    bool tick (double& fraction) noexcept
+    {
+        phase = phase - 1.0;
+        if (phase > 0.0)
+            return false;
+        fraction = -phase;
+        phase = period + phase + 1e-20;
+        return true;
+    }
+};
+
+/** The core's noise over a stretch. */
+struct Noise
+{
+    juce::uint32 a, b;
+    float scale;
+
+    float next() noexcept
+    {
+        const juce::uint32 old = b;
+        a = a ^ old;
+        b = a + old;
+        return (float) static_cast<juce::int32> (old) * scale;
+    }
+};
 } // namespace
 
-/** One channel's scratch for a stretch. Histories hold what the rings and converters held before the
-    stretch, then the stretch's own samples, so every read of the past is one contiguous stretch. */
+/** One channel's scratch for a stretch. Histories hold what the rings held before the stretch, then
+    the stretch's own samples, so that every read of the past is one contiguous stretch. */
 struct BlockPath::Side
 {
     double cutoff[maxHostRun], reso[maxHostRun], root[maxHostRun];
-    double hostIn[history + maxHostRun]; // the in-converter's history, then the host's samples
+    double in[history + maxHostRun]; // mono: the in-converter's history, then the host's samples
     double coreIn[maxCoreRun];
     double dry[ringSize + maxCoreRun];
     double crush[ringSize + maxCoreRun];
     double held[maxCoreRun];
     double sum[maxCoreRun];
-    double coreOut[history + maxCoreRun]; // the out-converter's history, then the mixed core samples
-    double hostOut[maxHostOutputs];
     double out[maxHostRun];
 
     int numHolds;
     int holdAt[maxCoreRun];
     double holdFraction[maxCoreRun];
-    double holdValue[maxCoreRun];
-    SignalKernels::DotJob holdJobs[maxCoreRun];
+    int holdOffset[maxCoreRun];
 
     int eventSlot[maxCoreRun];
     double eventPosition[maxCoreRun];
     double eventHeight[maxCoreRun];
-
-    const double* input() const noexcept { return hostIn + history; }
 };
 
 struct BlockPath::Buffers
@@ -91,9 +189,17 @@ struct BlockPath::Buffers
     double preamp[maxHostRun], mix[maxHostRun], volume[maxHostRun];
     float noise[maxCoreRun];
     int hostOf[maxCoreRun]; // the host sample each core sample runs in
+
+    // Both channels' histories side by side, for the dots that take both with one filter.
+    double inPairs[2 * (history + maxHostRun)];
+    double crushPairs[2 * (ringSize + maxCoreRun)];
+    double outPairs[2 * (history + maxCoreRun)];
+    double outSingle[history + maxCoreRun];
+
     int counts[maxCoreRun], otherCounts[maxCoreRun];
     int phases[maxHostOutputs], otherPhases[maxHostOutputs];
-    SignalKernels::DotJob jobs[2 * maxHostOutputs];
+    SignalKernels::DotJob jobs[maxHostOutputs];
+    SignalKernels::PairJob pairJobs[maxHostOutputs];
     double results[2 * maxHostOutputs];
 };
 
@@ -194,7 +300,6 @@ void BlockPath::glideControls (int n, bool stereo) noexcept
     glide (core.mix, core.mixTarget, c, b.mix, n);
     glide (core.volume, core.volumeTarget, c, b.volume, n);
 
-    // Mono takes only the left root.
     auto roots = [n] (VantriceCore::Channel& ch, Side& side, bool fixed)
     {
         if (fixed)
@@ -207,6 +312,7 @@ void BlockPath::glideControls (int n, bool stereo) noexcept
             side.root[i] = std::sqrt (side.reso[i]);
         ch.resoRoot = side.root[n - 1];
     };
+    // Mono takes the left root alone.
     if (stereo)
         roots (r, b.right, rightResoFixed);
     roots (l, b.left, leftResoFixed);
@@ -216,29 +322,42 @@ int BlockPath::convertIn (int n, bool stereo) noexcept
 {
     auto& b = *buffers;
     auto& in = *core.left.inConv;
-    in.copyHistory (b.left.hostIn);
     const int total = in.schedule (n, b.counts, b.phases);
-    if (stereo)
-    {
-        core.right.inConv->copyHistory (b.right.hostIn);
-        core.right.inConv->schedule (n, b.otherCounts, b.otherPhases);
-    }
 
     // Each output's dot reaches from its input back over the 64 before it.
-    const int sides = stereo ? 2 : 1;
-    for (int h = 0, q = 0; h < n; ++h)
-        for (int j = 0; j < b.counts[h]; ++j, ++q)
-        {
-            const double* h0 = in.getCoefficients (b.phases[q]);
-            b.jobs[q] = { b.left.hostIn + h, h0 };
-            if (stereo)
-                b.jobs[total + q] = { b.right.hostIn + h, h0 };
-            b.hostOf[q] = h;
-        }
-    kernels->dots (b.jobs, sides * total, RateConverter::numTaps, b.results);
-    std::copy (b.results, b.results + total, b.left.coreIn);
     if (stereo)
-        std::copy (b.results + total, b.results + 2 * total, b.right.coreIn);
+    {
+        auto& other = *core.right.inConv;
+        in.copyHistory (b.inPairs, 2);
+        other.copyHistory (b.inPairs + 1, 2);
+        other.schedule (n, b.otherCounts, b.otherPhases);
+        for (int h = 0, q = 0; h < n; ++h)
+            for (int j = 0; j < b.counts[h]; ++j, ++q)
+            {
+                b.pairJobs[q] = { b.inPairs + 2 * h, in.getCoefficients (b.phases[q]) };
+                b.hostOf[q] = h;
+            }
+        kernels->pairDots (b.pairJobs, total, RateConverter::numTaps, b.results);
+        for (int q = 0; q < total; ++q)
+        {
+            b.left.coreIn[q] = b.results[2 * q];
+            b.right.coreIn[q] = b.results[2 * q + 1];
+        }
+        in.pushBlock (b.inPairs, n, 2);
+        other.pushBlock (b.inPairs + 1, n, 2);
+    }
+    else
+    {
+        in.copyHistory (b.left.in);
+        for (int h = 0, q = 0; h < n; ++h)
+            for (int j = 0; j < b.counts[h]; ++j, ++q)
+            {
+                b.jobs[q] = { b.left.in + h, in.getCoefficients (b.phases[q]) };
+                b.hostOf[q] = h;
+            }
+        kernels->dots (b.jobs, total, RateConverter::numTaps, b.left.coreIn);
+        in.pushBlock (b.left.in, n);
+    }
 
     // The result buffers keep each call's outputs, as the literal loop leaves them.
     for (int h = 0, q = 0; h < n; ++h)
@@ -248,10 +367,6 @@ int BlockPath::convertIn (int n, bool stereo) noexcept
             if (stereo)
                 core.right.inResult[j] = b.right.coreIn[q];
         }
-
-    in.pushBlock (b.left.hostIn, n);
-    if (stereo)
-        core.right.inConv->pushBlock (b.right.hostIn, n);
     return total;
 }
 
@@ -259,34 +374,34 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
 {
     auto& b = *buffers;
     auto& out = *core.left.outConv;
-    out.copyHistory (b.left.coreOut);
     const int total = out.schedule (m, b.counts, b.phases);
+
     if (stereo)
     {
-        core.right.outConv->copyHistory (b.right.coreOut);
-        core.right.outConv->schedule (m, b.otherCounts, b.otherPhases);
+        auto& other = *core.right.outConv;
+        out.copyHistory (b.outPairs, 2);
+        other.copyHistory (b.outPairs + 1, 2);
+        other.schedule (m, b.otherCounts, b.otherPhases);
+        for (int i = 0, q = 0; i < m; ++i)
+            for (int j = 0; j < b.counts[i]; ++j, ++q)
+                b.pairJobs[q] = { b.outPairs + 2 * i, out.getCoefficients (b.phases[q]) };
+        kernels->pairDots (b.pairJobs, total, RateConverter::numTaps, b.results);
+        out.pushBlock (b.outPairs, m, 2);
+        other.pushBlock (b.outPairs + 1, m, 2);
     }
-
-    const int sides = stereo ? 2 : 1;
-    for (int i = 0, q = 0; i < m; ++i)
-        for (int j = 0; j < b.counts[i]; ++j, ++q)
-        {
-            const double* h0 = out.getCoefficients (b.phases[q]);
-            b.jobs[q] = { b.left.coreOut + i, h0 };
-            if (stereo)
-                b.jobs[total + q] = { b.right.coreOut + i, h0 };
-        }
-    kernels->dots (b.jobs, sides * total, RateConverter::numTaps, b.results);
-    std::copy (b.results, b.results + total, b.left.hostOut);
-    if (stereo)
-        std::copy (b.results + total, b.results + 2 * total, b.right.hostOut);
-
-    out.pushBlock (b.left.coreOut, m);
-    if (stereo)
-        core.right.outConv->pushBlock (b.right.coreOut, m);
+    else
+    {
+        out.copyHistory (b.outSingle);
+        for (int i = 0, q = 0; i < m; ++i)
+            for (int j = 0; j < b.counts[i]; ++j, ++q)
+                b.jobs[q] = { b.outSingle + i, out.getCoefficients (b.phases[q]) };
+        kernels->dots (b.jobs, total, RateConverter::numTaps, b.results);
+        out.pushBlock (b.outSingle, m);
+    }
 
     // The FIFO as the literal loop runs it: a core sample's outputs go in during its host sample, before
     // that host sample takes one out.
+    const int stride = stereo ? 2 : 1;
     auto& l = core.left;
     auto& r = core.right;
     for (int h = 0, i = 0, q = 0; h < n; ++h)
@@ -295,13 +410,11 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
         {
             for (int j = 0; j < b.counts[i]; ++j, ++q)
             {
-                l.outResult[j] = b.left.hostOut[q];
-                l.fifo[l.fifoWrite] = b.left.hostOut[q];
+                l.outResult[j] = l.fifo[l.fifoWrite] = b.results[stride * q];
                 advance (l.fifoWrite, VantriceCore::fifoSize);
                 if (stereo)
                 {
-                    r.outResult[j] = b.right.hostOut[q];
-                    r.fifo[r.fifoWrite] = b.right.hostOut[q];
+                    r.outResult[j] = r.fifo[r.fifoWrite] = b.results[stride * q + 1];
                     advance (r.fifoWrite, VantriceCore::fifoSize);
                 }
             }
@@ -319,36 +432,29 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
     }
 }
 
-void BlockPath::restoreFilterControls (VantriceCore::Channel& c, const Side& side, int n) noexcept
-{
-    // The filters read the smoothed values of each core sample's host sample from the channel; what it
-    // keeps is the stretch's last.
-    c.cutoff = side.cutoff[n - 1];
-    c.reso = side.reso[n - 1];
-    c.resoRoot = side.root[n - 1];
-}
-
 void BlockPath::stereoRun (float* left, float* right, int n) noexcept
 {
     auto& b = *buffers;
     glideControls (n, true);
-    for (int h = 0; h < n; ++h)
-    {
-        b.left.hostIn[history + h] = left[h];
-        b.right.hostIn[history + h] = right[h];
-    }
 
     int m = n;
     if (core.resampling)
     {
+        for (int h = 0; h < n; ++h)
+        {
+            b.inPairs[2 * (history + h)] = left[h];
+            b.inPairs[2 * (history + h) + 1] = right[h];
+        }
         m = convertIn (n, true);
     }
     else
     {
-        std::copy (b.left.input(), b.left.input() + n, b.left.coreIn);
-        std::copy (b.right.input(), b.right.input() + n, b.right.coreIn);
-        for (int i = 0; i < n; ++i)
-            b.hostOf[i] = i;
+        for (int h = 0; h < n; ++h)
+        {
+            b.left.coreIn[h] = left[h];
+            b.right.coreIn[h] = right[h];
+            b.hostOf[h] = h;
+        }
     }
 
     if (m > 0)
@@ -357,34 +463,54 @@ void BlockPath::stereoRun (float* left, float* right, int n) noexcept
             linkedCore (m);
         else
             channelCore (m, true);
+        finishCore (m, true);
     }
-
-    restoreFilterControls (core.left, b.left, n);
-    restoreFilterControls (core.right, b.right, n);
 
     if (core.resampling)
-    {
         convertOut (n, m, true);
-    }
-    else
-    {
-        std::copy (b.left.coreOut + history, b.left.coreOut + history + n, b.left.out);
-        std::copy (b.right.coreOut + history, b.right.coreOut + history + n, b.right.out);
-    }
 
+    // Activity from the input, meters from the output; the activity the linked stage saw is settled by
+    // the stretch's guard.
     auto& l = core.left;
     auto& r = core.right;
+    const double decay = core.meterDecay;
+    double peakL = l.meterPeak, peakR = r.meterPeak, envL = l.envelope, envR = r.envelope;
+    bool activeL = l.active, activeR = r.active;
     for (int h = 0; h < n; ++h)
     {
-        if (b.left.input()[h] != 0.0)
-            l.active = true;
-        if (b.right.input()[h] != 0.0)
-            r.active = true;
-        core.meterStereo (l, b.left.out[h]);
-        core.meterStereo (r, b.right.out[h]);
-        left[h] = (float) b.left.out[h];
-        right[h] = (float) b.right.out[h];
+        if (left[h] != 0.0f)
+            activeL = true;
+        if (right[h] != 0.0f)
+            activeR = true;
+
+        const double ol = b.left.out[h], orr = b.right.out[h];
+        const double ml = core.meterPosition (ol), mr = core.meterPosition (orr);
+        if (ml > peakL)
+            peakL = ml;
+        if (mr > peakR)
+            peakR = mr;
+        peakL = decay * peakL + 1e-20;
+        peakR = decay * peakR + 1e-20;
+        envL = (decay + 1e-20) * envL;
+        envR = (decay + 1e-20) * envR;
+        if (std::abs (ol) > envL)
+            envL = std::abs (ol);
+        if (std::abs (orr) > envR)
+            envR = std::abs (orr);
+        if (2e-5 > envL)
+            activeL = false;
+        if (2e-5 > envR)
+            activeR = false;
+
+        left[h] = (float) ol;
+        right[h] = (float) orr;
     }
+    l.meterPeak = peakL;
+    r.meterPeak = peakR;
+    l.envelope = envL;
+    r.envelope = envR;
+    l.active = activeL;
+    r.active = activeR;
     core.leftOut = b.left.out[n - 1];
     core.rightOut = b.right.out[n - 1];
 }
@@ -393,46 +519,66 @@ void BlockPath::monoRun (float* channel, int n) noexcept
 {
     auto& b = *buffers;
     glideControls (n, false);
-    for (int h = 0; h < n; ++h)
-        b.left.hostIn[history + h] = channel[h];
 
     int m = n;
     if (core.resampling)
     {
+        for (int h = 0; h < n; ++h)
+            b.left.in[history + h] = channel[h];
         m = convertIn (n, false);
     }
     else
     {
-        std::copy (b.left.input(), b.left.input() + n, b.left.coreIn);
-        for (int i = 0; i < n; ++i)
-            b.hostOf[i] = i;
+        for (int h = 0; h < n; ++h)
+        {
+            b.left.coreIn[h] = channel[h];
+            b.hostOf[h] = h;
+        }
     }
 
     if (m > 0)
+    {
         channelCore (m, false);
-    restoreFilterControls (core.left, b.left, n);
+        finishCore (m, false);
+    }
 
     if (core.resampling)
         convertOut (n, m, false);
-    else
-        std::copy (b.left.coreOut + history, b.left.coreOut + history + n, b.left.out);
 
+    // One meter for both sides, and a signed envelope test.
+    auto& l = core.left;
+    const double decay = core.meterDecay;
+    double peak = l.meterPeak, env = l.envelope;
+    bool active = l.active;
     for (int h = 0; h < n; ++h)
     {
-        if (b.left.input()[h] != 0.0)
-            core.left.active = true;
-        core.meterMono (b.left.out[h]);
-        channel[h] = (float) b.left.out[h];
+        if (channel[h] != 0.0f)
+            active = true;
+        const double o = b.left.out[h];
+        const double mp = core.meterPosition (o);
+        if (mp > peak)
+            peak = mp;
+        peak = decay * peak + 1e-20;
+        env = (decay + 1e-20) * env;
+        if (o > env)
+            env = o;
+        if (2e-5 > env)
+            active = false;
+        channel[h] = (float) o;
     }
+    l.meterPeak = core.right.meterPeak = peak;
+    l.envelope = env;
+    l.active = active;
     core.leftOut = b.left.out[n - 1];
 }
 
 namespace
 {
-/** The rings as histories: their 32 samples oldest first, the stretch's appended behind. */
-void loadRing (const double* ring, int ringIndex, double* historyOut) noexcept
+/** A ring as a history: its 32 samples oldest first, at every `stride`-th place. */
+void loadRing (const double* ring, int ringIndex, double* historyOut, int stride = 1) noexcept
 {
-    std::copy (ring + ringIndex, ring + ringIndex + ringSize, historyOut);
+    for (int k = 0; k < ringSize; ++k)
+        historyOut[k * stride] = ring[ringIndex + k];
 }
 
 /** Back into the ring, each of the last 32 samples where the literal loop would have written it. */
@@ -445,13 +591,10 @@ void storeRing (double* ring, int ringIndex, const double* historyIn, int m) noe
     }
 }
 
-/** Sets the smoothed filter values of a host sample, which the literal filter reads from its channel. */
-void filterControls (VantriceCore::Channel& c, const double* cutoff, const double* reso, const double* root,
-                     int h) noexcept
+bool sameSteps (const VantriceCore::Channel& a, const VantriceCore::Channel& b) noexcept
 {
-    c.cutoff = cutoff[h];
-    c.reso = reso[h];
-    c.resoRoot = root[h];
+    return a.stepWrite == b.stepWrite
+           && std::memcmp (a.stepPosition, b.stepPosition, sizeof (a.stepPosition)) == 0;
 }
 } // namespace
 
@@ -464,67 +607,80 @@ void BlockPath::linkedCore (int m) noexcept
     const bool pre = type != filterOff && l.filterPre;
     const bool post = type != filterOff && !l.filterPre;
     const double* sinc = core.sincTable.getData();
+    const bool inStep = sameSteps (l, r);
 
     loadRing (l.dryRing, core.ringIndex, b.left.dry);
     loadRing (r.dryRing, core.ringIndex, b.right.dry);
     loadRing (l.crushRing, core.ringIndex, b.left.crush);
     loadRing (r.crushRing, core.ringIndex, b.right.crush);
+    loadRing (l.crushRing, core.ringIndex, b.crushPairs, 2);
+    loadRing (r.crushRing, core.ringIndex, b.crushPairs + 1, 2);
 
     // The noise, the one hold clock, and a "Pre" filter on the plain input: serial. A hold left pending
     // by a standstill falls due in the first sample.
-    int holds = 0;
-    for (int i = 0; i < m; ++i)
     {
-        const int h = b.hostOf[i];
-        core.advanceNoise();
-        b.noise[i] = core.noise;
-        core.advanceHoldClock (l);
-
-        double yl = b.left.coreIn[i], yr = b.right.coreIn[i];
-        b.left.dry[ringSize + i] = yl;
-        b.right.dry[ringSize + i] = yr;
-        if (pre)
+        Noise noise{ core.noiseA, core.noiseB, core.noiseScale };
+        HoldClock clock (l);
+        Filter fl (l), fr (r);
+        bool pending = core.holdTriggered;
+        double fraction = core.holdFraction;
+        int holds = 0;
+        for (int i = 0; i < m; ++i)
         {
-            filterControls (l, b.left.cutoff, b.left.reso, b.left.root, h);
-            filterControls (r, b.right.cutoff, b.right.reso, b.right.root, h);
-            core.runFilter (l, yl, type);
-            core.runFilter (r, yr, type);
-        }
-        b.left.crush[ringSize + i] = yl;
-        b.right.crush[ringSize + i] = yr;
+            b.noise[i] = noise.next();
+            const bool fired = clock.tick (fraction);
 
-        if (core.holdTriggered)
-        {
-            core.holdTriggered = false;
-            const int offset = (int) (core.holdFraction * VantriceCore::sincRowsPerSample);
-            const double* taps = sinc + offset * VantriceCore::sincTaps;
-            b.left.holdAt[holds] = i;
-            b.left.holdFraction[holds] = core.holdFraction;
-            b.left.holdJobs[holds] = { b.left.crush + i + 1, taps };
-            b.right.holdJobs[holds] = { b.right.crush + i + 1, taps };
-            ++holds;
+            double yl = b.left.coreIn[i], yr = b.right.coreIn[i];
+            b.left.dry[ringSize + i] = yl;
+            b.right.dry[ringSize + i] = yr;
+            if (pre)
+            {
+                const int h = b.hostOf[i];
+                yl = fl.run (yl, type, b.left.cutoff[h], b.left.reso[h], b.left.root[h]);
+                yr = fr.run (yr, type, b.right.cutoff[h], b.right.reso[h], b.right.root[h]);
+            }
+            b.left.crush[ringSize + i] = yl;
+            b.right.crush[ringSize + i] = yr;
+            b.crushPairs[2 * (ringSize + i)] = yl;
+            b.crushPairs[2 * (ringSize + i) + 1] = yr;
+
+            if (fired || pending)
+            {
+                pending = false;
+                b.left.holdAt[holds] = i;
+                b.left.holdFraction[holds] = fraction;
+                ++holds;
+            }
         }
+        b.left.numHolds = holds;
+        core.noiseA = noise.a;
+        core.noiseB = noise.b;
+        core.noise = b.noise[m - 1];
+        l.holdPhase = clock.phase;
+        core.holdTriggered = false;
+        core.holdFraction = fraction;
+        fl.storeTo (l);
+        fr.storeTo (r);
     }
 
-    // Both channels' reads of every hold at once.
-    std::copy (b.left.holdJobs, b.left.holdJobs + holds, b.jobs);
-    std::copy (b.right.holdJobs, b.right.holdJobs + holds, b.jobs + holds);
-    kernels->dots (b.jobs, 2 * holds, VantriceCore::sincTaps, b.results);
+    // Both channels' reads of every hold at once, with the same filter.
+    const int holds = b.left.numHolds;
+    for (int k = 0; k < holds; ++k)
+    {
+        const int offset = (int) (b.left.holdFraction[k] * VantriceCore::sincRowsPerSample);
+        b.pairJobs[k] = { b.crushPairs + 2 * (b.left.holdAt[k] + 1), sinc + offset * VantriceCore::sincTaps };
+    }
+    kernels->pairDots (b.pairJobs, holds, VantriceCore::sincTaps, b.results);
 
-    // The steps sit on the same rows in both channels unless a link toggle left them apart.
-    const bool inStep = l.stepWrite == r.stepWrite
-                        && std::memcmp (l.stepPosition, r.stepPosition, sizeof (l.stepPosition)) == 0;
-
-    // Preamp, clamp, quantiser and the start of each step: serial, for the held values.
+    // Preamp, clamp, the quantiser with the left scale and the start of each step: serial.
     for (int i = 0, k = 0; i < m; ++i)
     {
         b.left.eventSlot[i] = b.right.eventSlot[i] = -1;
         if (k < holds && b.left.holdAt[k] == i)
         {
             const double p = b.preamp[b.hostOf[i]];
-            core.noise = b.noise[i];
-            const double vl = core.quantise (clampUnit (b.results[k] * p), l.quantScale);
-            const double vr = core.quantise (clampUnit (b.results[holds + k] * p), l.quantScale);
+            const double vl = quantise (clampUnit (b.results[2 * k] * p), l.quantScale, b.noise[i]);
+            const double vr = quantise (clampUnit (b.results[2 * k + 1] * p), l.quantScale, b.noise[i]);
             const double position = l.stepSpeed * b.left.holdFraction[k];
 
             b.left.eventSlot[i] = l.stepWrite;
@@ -543,8 +699,9 @@ void BlockPath::linkedCore (int m) noexcept
         b.left.held[i] = l.heldValue;
         b.right.held[i] = r.heldValue;
     }
-    core.noise = b.noise[m - 1];
 
+    // Steps that sit on the same rows in both channels share their table reads; a link toggle may have
+    // left them apart.
     if (inStep)
     {
         kernels->stepSums ({ l.stepPosition, l.stepHeight, r.stepHeight, l.stepSpeed, b.left.eventSlot,
@@ -560,7 +717,8 @@ void BlockPath::linkedCore (int m) noexcept
                              b.right.eventPosition, b.right.eventHeight, nullptr, m, b.right.sum, nullptr });
     }
 
-    // The held value plus the steps, a "Post" filter, then the mix: serial for the filters.
+    // The held value plus the steps, and a "Post" filter: serial.
+    Filter fl (l), fr (r);
     for (int i = 0; i < m; ++i)
     {
         double ol = b.left.sum[i] + b.left.held[i];
@@ -568,16 +726,14 @@ void BlockPath::linkedCore (int m) noexcept
         if (post)
         {
             const int h = b.hostOf[i];
-            filterControls (l, b.left.cutoff, b.left.reso, b.left.root, h);
-            filterControls (r, b.right.cutoff, b.right.reso, b.right.root, h);
-            core.runFilter (l, ol, type);
-            core.runFilter (r, orr, type);
+            ol = fl.run (ol, type, b.left.cutoff[h], b.left.reso[h], b.left.root[h]);
+            orr = fr.run (orr, type, b.right.cutoff[h], b.right.reso[h], b.right.root[h]);
         }
         b.left.sum[i] = ol;
         b.right.sum[i] = orr;
     }
-
-    finishCore (m, true);
+    fl.storeTo (l);
+    fr.storeTo (r);
 }
 
 void BlockPath::channelCore (int m, bool stereo) noexcept
@@ -587,59 +743,108 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
     VantriceCore::Channel* channels[] = { &core.left, &core.right };
     Side* sides[] = { &b.left, &b.right };
     const int numSides = stereo ? 2 : 1;
+    const bool sameRows =
+        stereo && sameSteps (core.left, core.right) && sameBits (core.left.stepSpeed, core.right.stepSpeed);
 
     for (int s = 0; s < numSides; ++s)
     {
         loadRing (channels[s]->dryRing, core.ringIndex, sides[s]->dry);
         loadRing (channels[s]->crushRing, core.ringIndex, sides[s]->crush);
-        sides[s]->numHolds = 0;
+        if (stereo)
+            loadRing (channels[s]->crushRing, core.ringIndex, b.crushPairs + s, 2);
     }
 
     // The noise, each channel's hold clock, preamp, clamp and a "Pre" filter: serial.
-    for (int i = 0; i < m; ++i)
     {
-        const int h = b.hostOf[i];
-        core.advanceNoise();
-        b.noise[i] = core.noise;
+        Noise noise{ core.noiseA, core.noiseB, core.noiseScale };
+        HoldClock clocks[] = { HoldClock (core.left), HoldClock (core.right) };
+        Filter filters[] = { Filter (core.left), Filter (core.right) };
+        double lastFraction = core.holdFraction;
+        for (int s = 0; s < numSides; ++s)
+            sides[s]->numHolds = 0;
 
+        for (int i = 0; i < m; ++i)
+        {
+            const int h = b.hostOf[i];
+            b.noise[i] = noise.next();
+            for (int s = 0; s < numSides; ++s)
+            {
+                auto& c = *channels[s];
+                auto& side = *sides[s];
+                double fraction = 0.0;
+                const bool fired = clocks[s].tick (fraction);
+
+                const double x = side.coreIn[i];
+                side.dry[ringSize + i] = x;
+                double y = clampUnit (x * b.preamp[h]);
+                if (c.filterType != filterOff && c.filterPre)
+                    y = filters[s].run (y, c.filterType, side.cutoff[h], side.reso[h], side.root[h]);
+                side.crush[ringSize + i] = y;
+                if (stereo)
+                    b.crushPairs[2 * (ringSize + i) + s] = y;
+
+                if (fired)
+                {
+                    side.holdAt[side.numHolds] = i;
+                    side.holdFraction[side.numHolds] = fraction;
+                    ++side.numHolds;
+                    lastFraction = fraction;
+                }
+            }
+        }
+
+        core.noiseA = noise.a;
+        core.noiseB = noise.b;
+        core.noise = b.noise[m - 1];
+        core.holdTriggered = false;
+        core.holdFraction = lastFraction;
         for (int s = 0; s < numSides; ++s)
         {
-            auto& c = *channels[s];
-            auto& side = *sides[s];
-            core.holdTriggered = false;
-            core.advanceHoldClock (c);
-
-            const double x = side.coreIn[i];
-            side.dry[ringSize + i] = x;
-            double y = clampUnit (x * b.preamp[h]);
-            if (c.filterType != filterOff && c.filterPre)
-            {
-                filterControls (c, side.cutoff, side.reso, side.root, h);
-                core.runFilter (c, y, c.filterType);
-            }
-            side.crush[ringSize + i] = y;
-
-            if (core.holdTriggered)
-            {
-                core.holdTriggered = false;
-                const int offset = (int) (core.holdFraction * VantriceCore::sincRowsPerSample);
-                side.holdAt[side.numHolds] = i;
-                side.holdFraction[side.numHolds] = core.holdFraction;
-                side.holdJobs[side.numHolds] = { side.crush + i + 1, sinc + offset * VantriceCore::sincTaps };
-                ++side.numHolds;
-            }
+            channels[s]->holdPhase = clocks[s].phase;
+            filters[s].storeTo (*channels[s]);
         }
     }
 
-    int jobs = 0;
-    for (int s = 0; s < numSides; ++s)
-    {
-        std::copy (sides[s]->holdJobs, sides[s]->holdJobs + sides[s]->numHolds, b.jobs + jobs);
-        jobs += sides[s]->numHolds;
-    }
-    kernels->dots (b.jobs, jobs, VantriceCore::sincTaps, b.results);
+    // Channels with the same hold clock and steps on the same rows read with the same filters and share
+    // their table reads.
+    const bool twins =
+        sameRows && b.left.numHolds == b.right.numHolds
+        && std::memcmp (b.left.holdAt, b.right.holdAt, sizeof (int) * (size_t) b.left.numHolds) == 0
+        && std::memcmp (b.left.holdFraction, b.right.holdFraction, sizeof (double) * (size_t) b.left.numHolds)
+               == 0;
 
-    for (int s = 0, first = 0; s < numSides; first += sides[s]->numHolds, ++s)
+    const double* values[2] = { b.results, b.results };
+    int stride = 1;
+    if (twins)
+    {
+        for (int k = 0; k < b.left.numHolds; ++k)
+        {
+            const int offset = (int) (b.left.holdFraction[k] * VantriceCore::sincRowsPerSample);
+            b.pairJobs[k] = { b.crushPairs + 2 * (b.left.holdAt[k] + 1),
+                              sinc + offset * VantriceCore::sincTaps };
+        }
+        kernels->pairDots (b.pairJobs, b.left.numHolds, VantriceCore::sincTaps, b.results);
+        values[1] = b.results + 1;
+        stride = 2;
+    }
+    else
+    {
+        int jobs = 0;
+        for (int s = 0; s < numSides; ++s)
+        {
+            values[s] = b.results + jobs;
+            for (int k = 0; k < sides[s]->numHolds; ++k, ++jobs)
+            {
+                const int offset = (int) (sides[s]->holdFraction[k] * VantriceCore::sincRowsPerSample);
+                b.jobs[jobs] = { sides[s]->crush + sides[s]->holdAt[k] + 1,
+                                 sinc + offset * VantriceCore::sincTaps };
+            }
+        }
+        kernels->dots (b.jobs, jobs, VantriceCore::sincTaps, b.results);
+    }
+
+    // Each channel's quantiser and the start of its steps: serial.
+    for (int s = 0; s < numSides; ++s)
     {
         auto& c = *channels[s];
         auto& side = *sides[s];
@@ -648,8 +853,7 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
             side.eventSlot[i] = -1;
             if (k < side.numHolds && side.holdAt[k] == i)
             {
-                core.noise = b.noise[i];
-                const double v = core.quantise (b.results[first + k], c.quantScale);
+                const double v = quantise (values[s][stride * k], c.quantScale, b.noise[i]);
                 side.eventSlot[i] = c.stepWrite;
                 side.eventPosition[i] = c.stepSpeed * side.holdFraction[k];
                 side.eventHeight[i] = v - c.heldValue;
@@ -659,28 +863,44 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
             }
             side.held[i] = c.heldValue;
         }
-        kernels->stepSums ({ c.stepPosition, c.stepHeight, nullptr, c.stepSpeed, side.eventSlot,
-                             side.eventPosition, side.eventHeight, nullptr, m, side.sum, nullptr });
     }
-    core.noise = b.noise[m - 1];
 
+    if (twins)
+    {
+        auto& l = core.left;
+        kernels->stepSums ({ l.stepPosition, l.stepHeight, core.right.stepHeight, l.stepSpeed,
+                             b.left.eventSlot, b.left.eventPosition, b.left.eventHeight, b.right.eventHeight,
+                             m, b.left.sum, b.right.sum });
+        std::copy (std::begin (l.stepPosition), std::end (l.stepPosition), core.right.stepPosition);
+    }
+    else
+    {
+        for (int s = 0; s < numSides; ++s)
+        {
+            auto& c = *channels[s];
+            auto& side = *sides[s];
+            kernels->stepSums ({ c.stepPosition, c.stepHeight, nullptr, c.stepSpeed, side.eventSlot,
+                                 side.eventPosition, side.eventHeight, nullptr, m, side.sum, nullptr });
+        }
+    }
+
+    // The held value plus the steps, and a "Post" filter: serial.
+    Filter filters[] = { Filter (core.left), Filter (core.right) };
     for (int i = 0; i < m; ++i)
     {
+        const int h = b.hostOf[i];
         for (int s = 0; s < numSides; ++s)
         {
             auto& c = *channels[s];
             auto& side = *sides[s];
             double o = side.sum[i] + side.held[i];
             if (c.filterType != filterOff && !c.filterPre)
-            {
-                filterControls (c, side.cutoff, side.reso, side.root, b.hostOf[i]);
-                core.runFilter (c, o, c.filterType);
-            }
+                o = filters[s].run (o, c.filterType, side.cutoff[h], side.reso[h], side.root[h]);
             side.sum[i] = o;
         }
     }
-
-    finishCore (m, stereo);
+    for (int s = 0; s < numSides; ++s)
+        filters[s].storeTo (*channels[s]);
 }
 
 void BlockPath::finishCore (int m, bool stereo) noexcept
@@ -691,21 +911,27 @@ void BlockPath::finishCore (int m, bool stereo) noexcept
 
     for (int s = 0; s < (stereo ? 2 : 1); ++s)
     {
-        auto& c = *channels[s];
         auto& side = *sides[s];
 
-        // While converting, the dry side is taken behind the preamp and a "Pre" filter.
+        // The mix, into what comes next: the host's samples, or the out-converter's inputs behind their
+        // history. While converting, the dry side is taken behind the preamp and a "Pre" filter.
         const double* dry = core.resampling ? side.crush : side.dry;
-        double* out = side.coreOut + history;
+        double* out = side.out;
+        int stride = 1;
+        if (core.resampling)
+        {
+            out = stereo ? b.outPairs + 2 * history + s : b.outSingle + history;
+            stride = stereo ? 2 : 1;
+        }
         for (int i = 0; i < m; ++i)
         {
             const int h = b.hostOf[i];
             const double d = dry[ringSize + i - dryAge];
-            out[i] = ((side.sum[i] - d) * b.mix[h] + d) * b.volume[h] + 1e-20;
+            out[stride * i] = ((side.sum[i] - d) * b.mix[h] + d) * b.volume[h] + 1e-20;
         }
 
-        storeRing (c.dryRing, core.ringIndex, side.dry, m);
-        storeRing (c.crushRing, core.ringIndex, side.crush, m);
+        storeRing (channels[s]->dryRing, core.ringIndex, side.dry, m);
+        storeRing (channels[s]->crushRing, core.ringIndex, side.crush, m);
     }
     core.ringIndex = (core.ringIndex + m) % ringSize;
 }

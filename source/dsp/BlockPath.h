@@ -10,9 +10,10 @@
     cannot take goes through the literal per-sample loop, so the bits never depend on which form ran.
 
     Per stretch: the controls glide; the converters' dots, if any, give the core's input; a serial pass
-    runs the noise, the hold clock and a "Pre" filter; the sinc reads of all holds run side by side; a
+    runs the noise, the hold clocks and a "Pre" filter; the sinc reads of all holds run side by side; a
     serial pass quantises and starts steps; the step sums of all samples run side by side; a serial pass
     runs a "Post" filter and the mix; the converters' dots give the host's samples; then the meters.
+    Channels whose steps sit on the same rows share the table reads, linked or not.
 
     The literal loop takes a stretch while a preset fade runs (it may apply a preset in its middle),
     while the linked stage might stand still, and while converters that must share a phase do not. */
@@ -47,7 +48,6 @@ private:
     void linkedCore (int m) noexcept;
     void channelCore (int m, bool stereo) noexcept;
     void finishCore (int m, bool stereo) noexcept;
-    static void restoreFilterControls (VantriceCore::Channel& c, const Side& side, int n) noexcept;
 
     VantriceCore& core;
     const SignalKernels* kernels;

@@ -122,24 +122,25 @@ int RateConverter::process (double x, double* result) noexcept
     return n;
 }
 
-void RateConverter::copyHistory (double* dest) const noexcept
+void RateConverter::copyHistory (double* dest, int stride) const noexcept
 {
     // Before a push the slot at `delayWrite` holds the oldest input, which the push replaces.
-    std::copy (delayLine + delayWrite + 1, delayLine + delayWrite + numTaps, dest);
+    for (int k = 0; k < historyLength; ++k)
+        dest[k * stride] = delayLine[delayWrite + 1 + k];
 }
 
-void RateConverter::pushBlock (const double* inputs, int numInputs) noexcept
+void RateConverter::pushBlock (const double* inputs, int numInputs, int stride) noexcept
 {
     if (numInputs <= 0)
         return;
     delayWrite = (delayWrite + numInputs) % numTaps;
     // The newest inputs, oldest first, from the slot the next push replaces.
-    const double* newest = inputs + historyLength + numInputs - numTaps;
+    const double* newest = inputs + (historyLength + numInputs - numTaps) * stride;
     for (int k = 0; k < numTaps; ++k)
     {
         const int slot = (delayWrite + k) % numTaps;
-        delayLine[slot] = newest[k];
-        delayLine[slot + numTaps] = newest[k];
+        delayLine[slot] = newest[k * stride];
+        delayLine[slot + numTaps] = newest[k * stride];
     }
 }
 

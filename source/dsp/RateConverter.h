@@ -20,11 +20,13 @@ public:
     /** Takes one input sample and writes 0 or more outputs to `result`, returning their count. */
     int process (double x, double* result) noexcept;
 
-    /** For a block form: the 64 newest inputs, oldest first, which the next input's dots reach back to. */
-    void copyHistory (double* dest) const noexcept;
+    /** For a block form: the 64 newest inputs, oldest first, which the next input's dots reach back to;
+        every `stride`-th value of `dest`, so that two channels' histories can share one buffer. */
+    void copyHistory (double* dest, int stride = 1) const noexcept;
 
-    /** For a block form: `numInputs` pushed at once. `inputs` holds them behind the 64 of `copyHistory`. */
-    void pushBlock (const double* inputs, int numInputs) noexcept;
+    /** For a block form: `numInputs` pushed at once. `inputs` holds them behind the 64 of `copyHistory`,
+        at the same stride. */
+    void pushBlock (const double* inputs, int numInputs, int stride = 1) noexcept;
 
     /** For a block form: what `numInputs` calls of `process` would do to the phase, without the signal.
         Writes each call's count of outputs and the phase of each output in order; returns their total. */

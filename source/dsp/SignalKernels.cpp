@@ -2,18 +2,22 @@
 
 #include "dsp/StepTable.h"
 
+#include <immintrin.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 
-// The kernels are written once, on the compilers' vector types, and compiled for each instruction set by
-// inlining them into a function of that set. Lanes are independent: what one lane computes is the literal
-// loop's expression for one value, term by term, so the lane count cannot change a bit. Neither set enables
-// fused multiply-adds, and the build forbids contracting them.
+// Two sets of the same kernels: SSE2, which every x86-64 processor runs, on the compilers' vector types,
+// two lanes wide; and AVX2, four lanes wide, on intrinsics, compiled for that set alone and chosen at run
+// time. What a lane computes is the literal loop's expression for one value, term by term, in the same
+// order, so neither the set nor the lane a value falls in can change a bit. Neither set enables fused
+// multiply-adds, and the build forbids contracting them.
 
-#define VANTRICE_LANES inline __attribute__ ((always_inline))
+#define VANTRICE_INLINE inline __attribute__ ((always_inline))
+#define VANTRICE_AVX2 __attribute__ ((target ("avx2")))
 
-// The helpers below pass wide vectors by value, which the compilers flag because such a call's ABI differs
+// The generic helpers pass vectors by value, which the compilers flag because such a call's ABI differs
 // between instruction sets. They never leave this file and are always inlined, so no such call exists.
 #pragma GCC diagnostic ignored "-Wpsabi"
 
@@ -23,197 +27,134 @@ constexpr double guard = 1e-20; // the literal loop's term against denormals, at
 constexpr int numSlots = SignalKernels::numSlots;
 constexpr int maxTaps = 65; // the converters' filters; the hold's sinc has 32
 
-template <int W>
-struct Lanes;
+// Each row of the step table beside its slope to the next, so that one load fetches both. The slope is
+// the literal loop's difference of the two rows, computed once: the same bits.
+alignas (16) double stepPairs[2 * StepTable::size];
 
-template <>
-struct Lanes<2>
+// What the lanes of a group without a job of their own read: enough for a pair job of the longest filter.
+const double zeroTaps[2 * maxTaps]{};
+
+//==============================================================================
+// SSE2: the compilers' two-lane vectors.
+
+typedef double Vec2 __attribute__ ((vector_size (16)));
+typedef long long Mask2 __attribute__ ((vector_size (16)));
+
+VANTRICE_INLINE Vec2 splat2 (double x) noexcept { return Vec2{ x, x }; }
+
+VANTRICE_INLINE Vec2 load2 (const double* p) noexcept
 {
-    typedef double Vec __attribute__ ((vector_size (16)));
-    typedef long long Mask __attribute__ ((vector_size (16)));
-};
-
-template <>
-struct Lanes<4>
-{
-    typedef double Vec __attribute__ ((vector_size (32)));
-    typedef long long Mask __attribute__ ((vector_size (32)));
-    typedef int Index __attribute__ ((vector_size (16)));
-};
-
-typedef double Pair __attribute__ ((vector_size (16)));
-
-// Each row of the step table with its slope to the next, so that one load fetches both. The slope is the
-// literal loop's difference of the two rows, computed once: the same bits.
-alignas (16) Pair stepPairTable[StepTable::size];
-
-const double zeroTaps[maxTaps]{};
-
-template <int W>
-VANTRICE_LANES typename Lanes<W>::Vec splat (double x) noexcept
-{
-    return typename Lanes<W>::Vec{} + x;
-}
-
-template <int W>
-VANTRICE_LANES typename Lanes<W>::Vec load (const double* p) noexcept
-{
-    typename Lanes<W>::Vec v;
+    Vec2 v;
     std::memcpy (&v, p, sizeof (v));
     return v;
 }
 
-template <int W>
-VANTRICE_LANES void store (double* p, const typename Lanes<W>::Vec& v) noexcept
+VANTRICE_INLINE void store2 (double* p, const Vec2& v) noexcept { std::memcpy (p, &v, sizeof (v)); }
+
+VANTRICE_INLINE Vec2 select2 (const Mask2& m, const Vec2& yes, const Vec2& no) noexcept
 {
-    std::memcpy (p, &v, sizeof (v));
+    return (Vec2) (((Mask2) yes & m) | ((Mask2) no & ~m));
 }
 
-template <int W>
-VANTRICE_LANES typename Lanes<W>::Vec select (const typename Lanes<W>::Mask& m,
-                                              const typename Lanes<W>::Vec& yes,
-                                              const typename Lanes<W>::Vec& no) noexcept
+/** Rows of two values, one per lane, into two vectors of one value from each row. */
+VANTRICE_INLINE void transpose2 (Vec2& a, Vec2& b) noexcept
 {
-    using Mask = typename Lanes<W>::Mask;
-    using Vec = typename Lanes<W>::Vec;
-    return (Vec) (((Mask) yes & m) | ((Mask) no & ~m));
-}
-
-/** Rows of W values, one per lane, into W vectors of one value from each row. */
-VANTRICE_LANES void transpose (Lanes<2>::Vec* v) noexcept
-{
-    const auto a = v[0], b = v[1];
-    v[0] = __builtin_shufflevector (a, b, 0, 2);
-    v[1] = __builtin_shufflevector (a, b, 1, 3);
-}
-
-VANTRICE_LANES void transpose (Lanes<4>::Vec* v) noexcept
-{
-    const auto a0 = __builtin_shufflevector (v[0], v[1], 0, 4, 2, 6);
-    const auto a1 = __builtin_shufflevector (v[0], v[1], 1, 5, 3, 7);
-    const auto a2 = __builtin_shufflevector (v[2], v[3], 0, 4, 2, 6);
-    const auto a3 = __builtin_shufflevector (v[2], v[3], 1, 5, 3, 7);
-    v[0] = __builtin_shufflevector (a0, a2, 0, 1, 4, 5);
-    v[1] = __builtin_shufflevector (a1, a3, 0, 1, 4, 5);
-    v[2] = __builtin_shufflevector (a0, a2, 2, 3, 6, 7);
-    v[3] = __builtin_shufflevector (a1, a3, 2, 3, 6, 7);
+    const Vec2 x = a;
+    a = __builtin_shufflevector (x, b, 0, 2);
+    b = __builtin_shufflevector (x, b, 1, 3);
 }
 
 /** The step table read at each lane's position: the row below it plus the fraction times the slope. */
-VANTRICE_LANES Lanes<2>::Vec stepValues (const Lanes<2>::Vec& p) noexcept
+VANTRICE_INLINE Vec2 stepValues2 (const Vec2& p) noexcept
 {
     const int i0 = (int) p[0], i1 = (int) p[1];
-    const Lanes<2>::Vec whole{ (double) i0, (double) i1 };
-    const Pair q0 = stepPairTable[(unsigned) i0], q1 = stepPairTable[(unsigned) i1];
-    const auto value = __builtin_shufflevector (q0, q1, 0, 2);
-    const auto slope = __builtin_shufflevector (q0, q1, 1, 3);
+    const Vec2 whole{ (double) i0, (double) i1 };
+    Vec2 value = load2 (stepPairs + 2 * (unsigned) i0), slope = load2 (stepPairs + 2 * (unsigned) i1);
+    transpose2 (value, slope);
     return value + (p - whole) * slope;
 }
 
-VANTRICE_LANES Lanes<4>::Vec stepValues (const Lanes<4>::Vec& p) noexcept
+void dotsSse2 (const SignalKernels::DotJob* jobs, int numJobs, int taps, double* results) noexcept
 {
-    const auto i = __builtin_convertvector(p, Lanes<4>::Index);
-    const auto whole = __builtin_convertvector(i, Lanes<4>::Vec);
-    const auto q02 =
-        __builtin_shufflevector (stepPairTable[(unsigned) i[0]], stepPairTable[(unsigned) i[2]], 0, 1, 2, 3);
-    const auto q13 =
-        __builtin_shufflevector (stepPairTable[(unsigned) i[1]], stepPairTable[(unsigned) i[3]], 0, 1, 2, 3);
-    const auto value = __builtin_shufflevector (q02, q13, 0, 4, 2, 6);
-    const auto slope = __builtin_shufflevector (q02, q13, 1, 5, 3, 7);
-    return value + (p - whole) * slope;
-}
-
-template <int W>
-VANTRICE_LANES void dotsInLanes (const SignalKernels::DotJob* jobs, int numJobs, int taps,
-                                 double* results) noexcept
-{
-    using Vec = typename Lanes<W>::Vec;
     // Two vectors of jobs at a time: each lane's sum is a chain of dependent adds, and a second chain
     // fills the time the first waits.
-    constexpr int group = 2 * W;
-    const Vec g = splat<W> (guard);
-
-    for (int first = 0; first < numJobs; first += group)
+    const Vec2 g = splat2 (guard);
+    for (int first = 0; first < numJobs; first += 4)
     {
-        const double* data[(std::size_t) group];
-        const double* coefficients[(std::size_t) group];
-        for (int j = 0; j < group; ++j)
+        const double* x[4];
+        const double* h[4];
+        for (int j = 0; j < 4; ++j)
         {
             const bool real = first + j < numJobs;
-            data[j] = real ? jobs[first + j].data : zeroTaps;
-            coefficients[j] = real ? jobs[first + j].coefficients : zeroTaps;
+            x[j] = real ? jobs[first + j].data : zeroTaps;
+            h[j] = real ? jobs[first + j].coefficients : zeroTaps;
         }
 
-        Vec a = {}, b = {};
+        Vec2 a{}, b{};
         int k = 0;
-        for (; k + W <= taps; k += W)
+        for (; k + 2 <= taps; k += 2)
         {
-            Vec xa[(std::size_t) W], ha[(std::size_t) W], xb[(std::size_t) W], hb[(std::size_t) W];
-            for (int j = 0; j < W; ++j)
-            {
-                xa[j] = load<W> (data[j] + k);
-                ha[j] = load<W> (coefficients[j] + k);
-                xb[j] = load<W> (data[W + j] + k);
-                hb[j] = load<W> (coefficients[W + j] + k);
-            }
-            transpose (xa);
-            transpose (ha);
-            transpose (xb);
-            transpose (hb);
-            for (int m = 0; m < W; ++m)
-            {
-                a = a + xa[m] * ha[m];
-                b = b + xb[m] * hb[m];
-                a = a + g;
-                b = b + g;
-            }
+            Vec2 xa0 = load2 (x[0] + k), xa1 = load2 (x[1] + k), ha0 = load2 (h[0] + k),
+                 ha1 = load2 (h[1] + k);
+            Vec2 xb0 = load2 (x[2] + k), xb1 = load2 (x[3] + k), hb0 = load2 (h[2] + k),
+                 hb1 = load2 (h[3] + k);
+            transpose2 (xa0, xa1);
+            transpose2 (ha0, ha1);
+            transpose2 (xb0, xb1);
+            transpose2 (hb0, hb1);
+            a = a + xa0 * ha0;
+            b = b + xb0 * hb0;
+            a = a + g;
+            b = b + g;
+            a = a + xa1 * ha1;
+            b = b + xb1 * hb1;
+            a = a + g;
+            b = b + g;
         }
         for (; k < taps; ++k)
         {
-            Vec xa, ha, xb, hb;
-            for (int j = 0; j < W; ++j)
-            {
-                xa[j] = data[j][k];
-                ha[j] = coefficients[j][k];
-                xb[j] = data[W + j][k];
-                hb[j] = coefficients[W + j][k];
-            }
-            a = a + xa * ha;
-            b = b + xb * hb;
+            a = a + Vec2{ x[0][k], x[1][k] } * Vec2{ h[0][k], h[1][k] };
+            b = b + Vec2{ x[2][k], x[3][k] } * Vec2{ h[2][k], h[3][k] };
             a = a + g;
             b = b + g;
         }
 
-        for (int j = 0; j < W && first + j < numJobs; ++j)
-            results[first + j] = a[j];
-        for (int j = 0; j < W && first + W + j < numJobs; ++j)
-            results[first + W + j] = b[j];
+        const double sums[4] = { a[0], a[1], b[0], b[1] };
+        for (int j = 0; j < 4 && first + j < numJobs; ++j)
+            results[first + j] = sums[j];
     }
 }
 
-template <int W>
-VANTRICE_LANES bool allEqual (const typename Lanes<W>::Vec& a, const typename Lanes<W>::Vec& b) noexcept
+void pairDotsSse2 (const SignalKernels::PairJob* jobs, int numJobs, int taps, double* results) noexcept
 {
-    auto m = a == b;
-    if constexpr (W == 4)
+    // The two signals of a job are the two lanes; two jobs at a time.
+    const Vec2 g = splat2 (guard);
+    for (int first = 0; first < numJobs; first += 2)
     {
-        m = m & __builtin_shufflevector (m, m, 2, 3, 0, 1);
-        m = m & __builtin_shufflevector (m, m, 1, 0, 3, 2);
+        const bool second = first + 1 < numJobs;
+        const double* xa = jobs[first].data;
+        const double* ha = jobs[first].coefficients;
+        const double* xb = second ? jobs[first + 1].data : zeroTaps;
+        const double* hb = second ? jobs[first + 1].coefficients : zeroTaps;
+
+        Vec2 a{}, b{};
+        for (int k = 0; k < taps; ++k)
+        {
+            a = a + load2 (xa + 2 * k) * splat2 (ha[k]);
+            b = b + load2 (xb + 2 * k) * splat2 (hb[k]);
+            a = a + g;
+            b = b + g;
+        }
+        store2 (results + 2 * first, a);
+        if (second)
+            store2 (results + 2 * first + 2, b);
     }
-    else
-    {
-        m = m & __builtin_shufflevector (m, m, 1, 0);
-    }
-    return m[0] != 0;
 }
 
-/** One stretch of step sums, its fields held locally so that no store through them reloads them. */
-template <int W, bool twoChannels>
-struct StepLanes
+/** One stretch of step sums, two slots by two samples at a time; see the AVX2 kernel for the layout. */
+template <bool twoChannels>
+struct StepLanes2
 {
-    using Vec = typename Lanes<W>::Vec;
-    using Mask = typename Lanes<W>::Mask;
-
     double* position;
     double* heightA;
     double* heightB;
@@ -223,9 +164,9 @@ struct StepLanes
     const double* eventHeightB;
     double* sumA;
     double* sumB;
-    Vec speed, lastStart, silent, g, lane;
+    Vec2 speed, lastStart, silent, g, lane;
 
-    VANTRICE_LANES explicit StepLanes (const SignalKernels::StepRun& run) noexcept
+    VANTRICE_INLINE explicit StepLanes2 (const SignalKernels::StepRun& run) noexcept
         : position (run.position)
         , heightA (run.heightA)
         , heightB (run.heightB)
@@ -235,93 +176,60 @@ struct StepLanes
         , eventHeightB (run.eventHeightB)
         , sumA (run.sumA)
         , sumB (run.sumB)
-        , speed (splat<W> (run.speed))
-        , lastStart (splat<W> ((double) StepTable::size - run.speed - 2.0))
-        , silent (splat<W> (StepTable::silentRow))
-        , g (splat<W> (guard))
+        , speed (splat2 (run.speed))
+        , lastStart (splat2 ((double) StepTable::size - run.speed - 2.0))
+        , silent (splat2 (StepTable::silentRow))
+        , g (splat2 (guard))
+        , lane (Vec2{ 0.0, 1.0 })
     {
-        for (int i = 0; i < W; ++i)
-            lane[i] = i;
     }
 
-    /** The table values of a group of slots over `valid` samples, slots as lanes, turned so that samples
-        are the lanes; the positions move on. With `starts`, a step may begin in one of them. */
-    template <bool starts>
-    VANTRICE_LANES void advanceGroup (int s, int t0, int valid, Vec* values) noexcept
-    {
-        Vec p = load<W> (position + s);
-        for (int k = 0; k < W; ++k)
-        {
-            if (k >= valid)
-            {
-                values[k] = Vec{};
-                continue;
-            }
-            if (starts)
-            {
-                const int slot = eventSlot[t0 + k];
-                if (slot >= s && slot < s + W)
-                    p = select<W> (lane == (double) (slot - s), splat<W> (eventPosition[t0 + k]), p);
-            }
-            values[k] = stepValues (p);
-            p = select<W> (p >= lastStart, silent, p + speed);
-        }
-        store<W> (position + s, p);
-        transpose (values);
-    }
-
-    /** A slot's height over the samples, the new step's from the sample it starts in. */
-    VANTRICE_LANES void heightsOf (int slot, bool starts, int t0, int valid, Vec& ha, Vec& hb) noexcept
-    {
-        ha = splat<W> (heightA[slot]);
-        if (twoChannels)
-            hb = splat<W> (heightB[slot]);
-        if (!starts)
-            return;
-        for (int k = 0; k < valid; ++k)
-        {
-            if (eventSlot[t0 + k] != slot)
-                continue;
-            const Mask from = lane >= (double) k;
-            ha = select<W> (from, splat<W> (eventHeightA[t0 + k]), ha);
-            if (twoChannels)
-                hb = select<W> (from, splat<W> (eventHeightB[t0 + k]), hb);
-        }
-    }
-
-    VANTRICE_LANES void batch (int t0, int valid) noexcept
+    VANTRICE_INLINE void batch (int t0, int valid) noexcept
     {
         std::uint64_t startsHere = 0;
         for (int k = 0; k < valid; ++k)
             if (eventSlot[t0 + k] >= 0)
                 startsHere |= std::uint64_t (1) << eventSlot[t0 + k];
 
-        Vec a = {}, b = {};
-        for (int s = 0; s < numSlots; s += W)
+        Vec2 a{}, b{};
+        for (int s = 0; s < numSlots; s += 2)
         {
-            Vec values[(std::size_t) W];
-            if (((startsHere >> s) & ((1u << W) - 1)) != 0)
+            Vec2 v0{}, v1{};
+            Vec2 p = load2 (position + s);
+            const bool starts = ((startsHere >> s) & 3) != 0;
+            const Mask2 atRest = p == silent;
+            if (starts || (atRest[0] & atRest[1]) == 0)
             {
-                advanceGroup<true> (s, t0, valid, values);
-            }
-            else if (allEqual<W> (load<W> (position + s), silent))
-            {
-                // Slots resting on the silent row read 0.0 there and stay.
-                for (int m = 0; m < W; ++m)
-                    values[m] = Vec{};
-            }
-            else
-            {
-                advanceGroup<false> (s, t0, valid, values);
+                for (int k = 0; k < valid; ++k)
+                {
+                    const int slot = eventSlot[t0 + k];
+                    if (starts && slot >= s && slot < s + 2)
+                        p = select2 (lane == (double) (slot - s), splat2 (eventPosition[t0 + k]), p);
+                    (k == 0 ? v0 : v1) = stepValues2 (p);
+                    p = select2 (p >= lastStart, silent, p + speed);
+                }
+                store2 (position + s, p);
+                transpose2 (v0, v1);
             }
 
-            for (int m = 0; m < W; ++m)
+            for (int m = 0; m < 2; ++m)
             {
-                Vec ha, hb;
-                heightsOf (s + m, ((startsHere >> (s + m)) & 1) != 0, t0, valid, ha, hb);
-                a = a + (values[m] * ha + g);
+                const int slot = s + m;
+                Vec2 ha = splat2 (heightA[slot]);
+                Vec2 hb = twoChannels ? splat2 (heightB[slot]) : Vec2{};
+                if (((startsHere >> slot) & 1) != 0)
+                    for (int k = 0; k < valid; ++k)
+                        if (eventSlot[t0 + k] == slot)
+                        {
+                            const Mask2 from = lane >= (double) k;
+                            ha = select2 (from, splat2 (eventHeightA[t0 + k]), ha);
+                            if (twoChannels)
+                                hb = select2 (from, splat2 (eventHeightB[t0 + k]), hb);
+                        }
+                const Vec2& v = m == 0 ? v0 : v1;
+                a = a + (v * ha + g);
                 if (twoChannels)
-                    b = b + (values[m] * hb + g);
+                    b = b + (v * hb + g);
             }
         }
 
@@ -341,59 +249,336 @@ struct StepLanes
     }
 };
 
-template <int W, bool twoChannels>
-VANTRICE_LANES void stepSumsInLanes (const SignalKernels::StepRun& run) noexcept
+template <bool twoChannels>
+void stepSumsIn2 (const SignalKernels::StepRun& run) noexcept
 {
-    static_assert (numSlots % W == 0, "slots fill whole vectors");
-
-    // The slots' positions advance with slots as lanes, since each depends on its own last value; the
-    // table values are then turned so that samples are the lanes, and each sample's sum runs in slot
-    // order down its lane.
-    StepLanes<W, twoChannels> lanes (run);
+    StepLanes2<twoChannels> lanes (run);
     int t0 = 0;
-    for (; t0 + W <= run.numSamples; t0 += W)
-        lanes.batch (t0, W);
+    for (; t0 + 2 <= run.numSamples; t0 += 2)
+        lanes.batch (t0, 2);
     if (t0 < run.numSamples)
         lanes.batch (t0, run.numSamples - t0);
-}
-
-void dotsSse2 (const SignalKernels::DotJob* jobs, int numJobs, int taps, double* results) noexcept
-{
-    dotsInLanes<2> (jobs, numJobs, taps, results);
 }
 
 void stepSumsSse2 (const SignalKernels::StepRun& run) noexcept
 {
     if (run.heightB != nullptr)
-        stepSumsInLanes<2, true> (run);
+        stepSumsIn2<true> (run);
     else
-        stepSumsInLanes<2, false> (run);
+        stepSumsIn2<false> (run);
 }
 
-__attribute__ ((target ("avx2"))) void dotsAvx2 (const SignalKernels::DotJob* jobs, int numJobs, int taps,
-                                                 double* results) noexcept
+//==============================================================================
+// AVX2: four lanes, on intrinsics.
+
+/** Rows of four values, one per lane, into four vectors of one value from each row. */
+VANTRICE_AVX2 VANTRICE_INLINE void transpose4 (__m256d& v0, __m256d& v1, __m256d& v2, __m256d& v3) noexcept
 {
-    dotsInLanes<4> (jobs, numJobs, taps, results);
+    const __m256d a0 = _mm256_unpacklo_pd (v0, v1), a1 = _mm256_unpackhi_pd (v0, v1);
+    const __m256d a2 = _mm256_unpacklo_pd (v2, v3), a3 = _mm256_unpackhi_pd (v2, v3);
+    v0 = _mm256_permute2f128_pd (a0, a2, 0x20);
+    v1 = _mm256_permute2f128_pd (a1, a3, 0x20);
+    v2 = _mm256_permute2f128_pd (a0, a2, 0x31);
+    v3 = _mm256_permute2f128_pd (a1, a3, 0x31);
 }
 
-__attribute__ ((target ("avx2"))) void stepSumsAvx2 (const SignalKernels::StepRun& run) noexcept
+/** Four jobs' sums over `taps`; `a` is a chain of dependent adds per lane. */
+VANTRICE_AVX2 VANTRICE_INLINE __m256d dotGroup4 (const double* const* x, const double* const* h,
+                                                 int taps) noexcept
+{
+    const __m256d g = _mm256_set1_pd (guard);
+    __m256d a = _mm256_setzero_pd();
+    int k = 0;
+    for (; k + 4 <= taps; k += 4)
+    {
+        __m256d x0 = _mm256_loadu_pd (x[0] + k), x1 = _mm256_loadu_pd (x[1] + k);
+        __m256d x2 = _mm256_loadu_pd (x[2] + k), x3 = _mm256_loadu_pd (x[3] + k);
+        __m256d h0 = _mm256_loadu_pd (h[0] + k), h1 = _mm256_loadu_pd (h[1] + k);
+        __m256d h2 = _mm256_loadu_pd (h[2] + k), h3 = _mm256_loadu_pd (h[3] + k);
+        transpose4 (x0, x1, x2, x3);
+        transpose4 (h0, h1, h2, h3);
+        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x0, h0)), g);
+        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x1, h1)), g);
+        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x2, h2)), g);
+        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x3, h3)), g);
+    }
+    for (; k < taps; ++k)
+    {
+        const __m256d xk = _mm256_set_pd (x[3][k], x[2][k], x[1][k], x[0][k]);
+        const __m256d hk = _mm256_set_pd (h[3][k], h[2][k], h[1][k], h[0][k]);
+        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (xk, hk)), g);
+    }
+    return a;
+}
+
+VANTRICE_AVX2 void dotsAvx2 (const SignalKernels::DotJob* jobs, int numJobs, int taps,
+                             double* results) noexcept
+{
+    const __m256d g = _mm256_set1_pd (guard);
+    for (int first = 0; first < numJobs; first += 4)
+    {
+        const double* x[4];
+        const double* h[4];
+        for (int j = 0; j < 4; ++j)
+        {
+            const bool real = first + j < numJobs;
+            x[j] = real ? jobs[first + j].data : zeroTaps;
+            h[j] = real ? jobs[first + j].coefficients : zeroTaps;
+        }
+
+        __m256d a;
+        if (h[1] == h[0] && h[2] == h[0] && h[3] == h[0] && x[1] == x[0] + 1 && x[2] == x[0] + 2
+            && x[3] == x[0] + 3)
+        {
+            // Holds in consecutive samples at the same fraction: one filter, the data one sample apart.
+            a = _mm256_setzero_pd();
+            for (int k = 0; k < taps; ++k)
+                a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (_mm256_loadu_pd (x[0] + k),
+                                                                    _mm256_broadcast_sd (h[0] + k))),
+                                   g);
+        }
+        else
+        {
+            a = dotGroup4 (x, h, taps);
+        }
+
+        alignas (32) double sums[4];
+        _mm256_store_pd (sums, a);
+        for (int j = 0; j < 4 && first + j < numJobs; ++j)
+            results[first + j] = sums[j];
+    }
+}
+
+/** Two pair jobs as four lanes: the first job's two signals, then the second's. */
+VANTRICE_AVX2 VANTRICE_INLINE __m256d pairData (const double* xa, const double* xb, int k) noexcept
+{
+    return _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (xa + 2 * k)),
+                                 _mm_loadu_pd (xb + 2 * k), 1);
+}
+
+VANTRICE_AVX2 VANTRICE_INLINE __m256d pairCoefficients (const double* ha, const double* hb, int k) noexcept
+{
+    return _mm256_blend_pd (_mm256_broadcast_sd (ha + k), _mm256_broadcast_sd (hb + k), 0xc);
+}
+
+VANTRICE_AVX2 void pairDotsAvx2 (const SignalKernels::PairJob* jobs, int numJobs, int taps,
+                                 double* results) noexcept
+{
+    // Four pair jobs at a time, in two vectors whose chains of adds interleave.
+    const __m256d g = _mm256_set1_pd (guard);
+    for (int first = 0; first < numJobs; first += 4)
+    {
+        const double* x[4];
+        const double* h[4];
+        for (int j = 0; j < 4; ++j)
+        {
+            const bool real = first + j < numJobs;
+            x[j] = real ? jobs[first + j].data : zeroTaps;
+            h[j] = real ? jobs[first + j].coefficients : zeroTaps;
+        }
+
+        __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
+        if (h[1] == h[0] && h[3] == h[2] && x[1] == x[0] + 2 && x[3] == x[2] + 2)
+        {
+            // Each vector's two jobs share their filter and lie one sample apart: holds in consecutive
+            // samples at the same fraction, or a converter's outputs from one input.
+            for (int k = 0; k < taps; ++k)
+            {
+                a = _mm256_add_pd (
+                    a, _mm256_mul_pd (_mm256_loadu_pd (x[0] + 2 * k), _mm256_broadcast_sd (h[0] + k)));
+                b = _mm256_add_pd (
+                    b, _mm256_mul_pd (_mm256_loadu_pd (x[2] + 2 * k), _mm256_broadcast_sd (h[2] + k)));
+                a = _mm256_add_pd (a, g);
+                b = _mm256_add_pd (b, g);
+            }
+        }
+        else
+        {
+            for (int k = 0; k < taps; ++k)
+            {
+                a = _mm256_add_pd (
+                    a, _mm256_mul_pd (pairData (x[0], x[1], k), pairCoefficients (h[0], h[1], k)));
+                b = _mm256_add_pd (
+                    b, _mm256_mul_pd (pairData (x[2], x[3], k), pairCoefficients (h[2], h[3], k)));
+                a = _mm256_add_pd (a, g);
+                b = _mm256_add_pd (b, g);
+            }
+        }
+
+        alignas (32) double sums[8];
+        _mm256_store_pd (sums, a);
+        _mm256_store_pd (sums + 4, b);
+        std::copy (sums, sums + 2 * std::min (4, numJobs - first), results + 2 * first);
+    }
+}
+
+/** One stretch of step sums, four slots by four samples at a time. */
+template <bool twoChannels>
+struct StepLanes4
+{
+    double* position;
+    double* heightA;
+    double* heightB;
+    const int* eventSlot;
+    const double* eventPosition;
+    const double* eventHeightA;
+    const double* eventHeightB;
+    double* sumA;
+    double* sumB;
+    __m256d speed, lastStart, silent, g, lane;
+
+    VANTRICE_AVX2 VANTRICE_INLINE explicit StepLanes4 (const SignalKernels::StepRun& run) noexcept
+        : position (run.position)
+        , heightA (run.heightA)
+        , heightB (run.heightB)
+        , eventSlot (run.eventSlot)
+        , eventPosition (run.eventPosition)
+        , eventHeightA (run.eventHeightA)
+        , eventHeightB (run.eventHeightB)
+        , sumA (run.sumA)
+        , sumB (run.sumB)
+        , speed (_mm256_set1_pd (run.speed))
+        , lastStart (_mm256_set1_pd ((double) StepTable::size - run.speed - 2.0))
+        , silent (_mm256_set1_pd (StepTable::silentRow))
+        , g (_mm256_set1_pd (guard))
+        , lane (_mm256_set_pd (3.0, 2.0, 1.0, 0.0))
+    {
+    }
+
+    /** The step table read at each lane's position: the row below it plus the fraction times the slope. */
+    VANTRICE_AVX2 VANTRICE_INLINE static __m256d values (__m256d p) noexcept
+    {
+        const __m128i i = _mm256_cvttpd_epi32 (p);
+        const __m256d whole = _mm256_cvtepi32_pd (i);
+        alignas (16) int row[4];
+        _mm_store_si128 ((__m128i*) row, i);
+        const __m256d q02 =
+            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_load_pd (stepPairs + 2 * (unsigned) row[0])),
+                                  _mm_load_pd (stepPairs + 2 * (unsigned) row[2]), 1);
+        const __m256d q13 =
+            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_load_pd (stepPairs + 2 * (unsigned) row[1])),
+                                  _mm_load_pd (stepPairs + 2 * (unsigned) row[3]), 1);
+        const __m256d value = _mm256_unpacklo_pd (q02, q13), slope = _mm256_unpackhi_pd (q02, q13);
+        return _mm256_add_pd (value, _mm256_mul_pd (_mm256_sub_pd (p, whole), slope));
+    }
+
+    VANTRICE_AVX2 VANTRICE_INLINE __m256d next (__m256d p) const noexcept
+    {
+        return _mm256_blendv_pd (_mm256_add_pd (p, speed), silent, _mm256_cmp_pd (p, lastStart, _CMP_GE_OQ));
+    }
+
+    VANTRICE_AVX2 VANTRICE_INLINE void batch (int t0, int valid) noexcept
+    {
+        std::uint64_t startsHere = 0;
+        for (int k = 0; k < valid; ++k)
+            if (eventSlot[t0 + k] >= 0)
+                startsHere |= std::uint64_t (1) << eventSlot[t0 + k];
+
+        __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
+        for (int s = 0; s < numSlots; s += 4)
+        {
+            // Positions advance with slots as lanes, since each follows its own last value; the table
+            // values are then turned so that samples are the lanes, and each sample's sum runs down its
+            // lane in slot order.
+            __m256d v[4] = { _mm256_setzero_pd(), _mm256_setzero_pd(), _mm256_setzero_pd(),
+                             _mm256_setzero_pd() };
+            __m256d p = _mm256_loadu_pd (position + s);
+            const bool starts = ((startsHere >> s) & 15) != 0;
+
+            // Slots resting on the silent row read 0.0 there and stay.
+            if (starts || _mm256_movemask_pd (_mm256_cmp_pd (p, silent, _CMP_EQ_OQ)) != 15)
+            {
+                for (int k = 0; k < valid; ++k)
+                {
+                    if (starts)
+                    {
+                        const int slot = eventSlot[t0 + k];
+                        if (slot >= s && slot < s + 4)
+                            p = _mm256_blendv_pd (
+                                p, _mm256_broadcast_sd (eventPosition + t0 + k),
+                                _mm256_cmp_pd (lane, _mm256_set1_pd ((double) (slot - s)), _CMP_EQ_OQ));
+                    }
+                    v[k] = values (p);
+                    p = next (p);
+                }
+                _mm256_storeu_pd (position + s, p);
+                transpose4 (v[0], v[1], v[2], v[3]);
+            }
+
+            for (int m = 0; m < 4; ++m)
+            {
+                const int slot = s + m;
+                __m256d ha = _mm256_broadcast_sd (heightA + slot);
+                __m256d hb = twoChannels ? _mm256_broadcast_sd (heightB + slot) : ha;
+                if (((startsHere >> slot) & 1) != 0)
+                    for (int k = 0; k < valid; ++k)
+                        if (eventSlot[t0 + k] == slot)
+                        {
+                            // The new step's height from the sample it starts in.
+                            const __m256d from =
+                                _mm256_cmp_pd (lane, _mm256_set1_pd ((double) k), _CMP_GE_OQ);
+                            ha = _mm256_blendv_pd (ha, _mm256_broadcast_sd (eventHeightA + t0 + k), from);
+                            if (twoChannels)
+                                hb = _mm256_blendv_pd (hb, _mm256_broadcast_sd (eventHeightB + t0 + k), from);
+                        }
+                a = _mm256_add_pd (a, _mm256_add_pd (_mm256_mul_pd (v[m], ha), g));
+                if (twoChannels)
+                    b = _mm256_add_pd (b, _mm256_add_pd (_mm256_mul_pd (v[m], hb), g));
+            }
+        }
+
+        alignas (32) double sa[4], sb[4];
+        _mm256_store_pd (sa, a);
+        _mm256_store_pd (sb, b);
+        for (int k = 0; k < valid; ++k)
+        {
+            sumA[t0 + k] = sa[k];
+            if (twoChannels)
+                sumB[t0 + k] = sb[k];
+            const int slot = eventSlot[t0 + k];
+            if (slot >= 0)
+            {
+                heightA[slot] = eventHeightA[t0 + k];
+                if (twoChannels)
+                    heightB[slot] = eventHeightB[t0 + k];
+            }
+        }
+    }
+};
+
+template <bool twoChannels>
+VANTRICE_AVX2 VANTRICE_INLINE void stepSumsIn4 (const SignalKernels::StepRun& run) noexcept
+{
+    StepLanes4<twoChannels> lanes (run);
+    int t0 = 0;
+    for (; t0 + 4 <= run.numSamples; t0 += 4)
+        lanes.batch (t0, 4);
+    if (t0 < run.numSamples)
+        lanes.batch (t0, run.numSamples - t0);
+}
+
+VANTRICE_AVX2 void stepSumsAvx2 (const SignalKernels::StepRun& run) noexcept
 {
     if (run.heightB != nullptr)
-        stepSumsInLanes<4, true> (run);
+        stepSumsIn4<true> (run);
     else
-        stepSumsInLanes<4, false> (run);
+        stepSumsIn4<false> (run);
 }
+
+//==============================================================================
 
 bool fillStepPairs() noexcept
 {
     const double* t = StepTable::values;
-    for (int i = 0; i + 1 < StepTable::size; ++i)
-        stepPairTable[i] = Pair{ t[i], t[i + 1] - t[i] };
-    stepPairTable[StepTable::size - 1] = Pair{ t[StepTable::size - 1], 0.0 };
+    for (int i = 0; i < StepTable::size; ++i)
+    {
+        stepPairs[2 * i] = t[i];
+        stepPairs[2 * i + 1] = i + 1 < StepTable::size ? t[i + 1] - t[i] : 0.0;
+    }
     return true;
 }
 
-bool stepPairsReady() noexcept
+bool prepareTables() noexcept
 {
     static const bool ready = fillStepPairs();
     return ready;
@@ -402,15 +587,15 @@ bool stepPairsReady() noexcept
 
 const SignalKernels& SignalKernels::sse2() noexcept
 {
-    stepPairsReady();
-    static const SignalKernels kernels{ "SSE2", dotsSse2, stepSumsSse2 };
+    prepareTables();
+    static const SignalKernels kernels{ "SSE2", dotsSse2, pairDotsSse2, stepSumsSse2 };
     return kernels;
 }
 
 const SignalKernels* SignalKernels::avx2() noexcept
 {
-    stepPairsReady();
-    static const SignalKernels kernels{ "AVX2", dotsAvx2, stepSumsAvx2 };
+    prepareTables();
+    static const SignalKernels kernels{ "AVX2", dotsAvx2, pairDotsAvx2, stepSumsAvx2 };
     return __builtin_cpu_supports ("avx2") ? &kernels : nullptr;
 }
 

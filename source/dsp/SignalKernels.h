@@ -14,6 +14,13 @@ struct SignalKernels
         const double* coefficients;
     };
 
+    /** Two dot products with one filter: `data` holds the two signals' samples in pairs, oldest first. */
+    struct PairJob
+    {
+        const double* data;
+        const double* coefficients;
+    };
+
     /** One stretch of the band-limited steps of one channel, or of two channels whose steps sit on the
         same rows (the linked stage's). */
     struct StepRun
@@ -35,6 +42,9 @@ struct SignalKernels
 
     /** For each job: a = 0, then for each tap in order a = a + data x coefficient + 1e-20. */
     void (*dots) (const DotJob* jobs, int numJobs, int taps, double* results) noexcept;
+
+    /** The same for both signals of each pair job, into results 2 i and 2 i + 1. */
+    void (*pairDots) (const PairJob* jobs, int numJobs, int taps, double* results) noexcept;
 
     /** For each sample: the step that starts in it takes its slot, then every slot's table value times
         its height plus 1e-20 is added in slot order, and every position moves on. */
