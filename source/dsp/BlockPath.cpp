@@ -165,12 +165,14 @@ struct Noise
 struct BlockPath::Side
 {
     double cutoff[maxHostRun], reso[maxHostRun], root[maxHostRun];
-    double in[history + maxHostRun]; // mono: the in-converter's history, then the host's samples
+    double in[history + maxHostRun]; // the in-converter's history, then the host's samples
     double coreIn[maxCoreRun];
     double dry[ringSize + maxCoreRun];
     double crush[ringSize + maxCoreRun];
     double held[maxCoreRun];
     double sum[maxCoreRun];
+    double coreOut[history + maxCoreRun]; // the out-converter's history, then the mixed core samples
+    double hostOut[maxHostOutputs];
     double out[maxHostRun];
 
     int numHolds;
@@ -190,13 +192,10 @@ struct BlockPath::Buffers
     float noise[maxCoreRun];
     int hostOf[maxCoreRun]; // the host sample each core sample runs in
 
-    // Both channels' histories side by side, for the dots that take both with one filter.
-    double inPairs[2 * (history + maxHostRun)];
+    // Both channels' crushed histories side by side, for the sinc reads that take both with one filter.
     double crushPairs[2 * (ringSize + maxCoreRun)];
-    double outPairs[2 * (history + maxCoreRun)];
-    double outSingle[history + maxCoreRun];
 
-    int counts[maxCoreRun], otherCounts[maxCoreRun];
+    int inputOf[maxHostOutputs], otherInputOf[maxHostOutputs]; // the input each converter output follows
     int phases[maxHostOutputs], otherPhases[maxHostOutputs];
     SignalKernels::DotJob jobs[maxHostOutputs];
     SignalKernels::PairJob pairJobs[maxHostOutputs];
@@ -320,53 +319,34 @@ void BlockPath::glideControls (int n, bool stereo) noexcept
 
 int BlockPath::convertIn (int n, bool stereo) noexcept
 {
+    // Each output's dot reaches from its input back over the 64 before it: the histories hold those 64
+    // in front of the stretch's samples, so an output after input h starts at h.
     auto& b = *buffers;
     auto& in = *core.left.inConv;
-    const int total = in.schedule (n, b.counts, b.phases);
-
-    // Each output's dot reaches from its input back over the 64 before it.
+    const int total = in.schedule (n, b.hostOf, b.phases);
+    in.copyHistory (b.left.in);
     if (stereo)
     {
-        auto& other = *core.right.inConv;
-        in.copyHistory (b.inPairs, 2);
-        other.copyHistory (b.inPairs + 1, 2);
-        other.schedule (n, b.otherCounts, b.otherPhases);
-        for (int h = 0, q = 0; h < n; ++h)
-            for (int j = 0; j < b.counts[h]; ++j, ++q)
-            {
-                b.pairJobs[q] = { b.inPairs + 2 * h, in.getCoefficients (b.phases[q]) };
-                b.hostOf[q] = h;
-            }
-        kernels->pairDots (b.pairJobs, total, RateConverter::numTaps, b.results);
-        for (int q = 0; q < total; ++q)
-        {
-            b.left.coreIn[q] = b.results[2 * q];
-            b.right.coreIn[q] = b.results[2 * q + 1];
-        }
-        in.pushBlock (b.inPairs, n, 2);
-        other.pushBlock (b.inPairs + 1, n, 2);
-    }
-    else
-    {
-        in.copyHistory (b.left.in);
-        for (int h = 0, q = 0; h < n; ++h)
-            for (int j = 0; j < b.counts[h]; ++j, ++q)
-            {
-                b.jobs[q] = { b.left.in + h, in.getCoefficients (b.phases[q]) };
-                b.hostOf[q] = h;
-            }
-        kernels->dots (b.jobs, total, RateConverter::numTaps, b.left.coreIn);
-        in.pushBlock (b.left.in, n);
+        core.right.inConv->copyHistory (b.right.in);
+        core.right.inConv->schedule (n, b.otherInputOf, b.otherPhases);
     }
 
+    kernels->phaseDots ({ in.getTapMajor(), in.getTapStride(), RateConverter::numTaps, b.phases, b.hostOf,
+                          b.left.in, stereo ? b.right.in : nullptr, total, b.left.coreIn,
+                          stereo ? b.right.coreIn : nullptr });
+
+    in.pushBlock (b.left.in, n);
+    if (stereo)
+        core.right.inConv->pushBlock (b.right.in, n);
+
     // The result buffers keep each call's outputs, as the literal loop leaves them.
-    for (int h = 0, q = 0; h < n; ++h)
-        for (int j = 0; j < b.counts[h]; ++j, ++q)
-        {
-            core.left.inResult[j] = b.left.coreIn[q];
-            if (stereo)
-                core.right.inResult[j] = b.right.coreIn[q];
-        }
+    for (int q = 0, j = 0; q < total; ++q)
+    {
+        j = q > 0 && b.hostOf[q] == b.hostOf[q - 1] ? j + 1 : 0;
+        core.left.inResult[j] = b.left.coreIn[q];
+        if (stereo)
+            core.right.inResult[j] = b.right.coreIn[q];
+    }
     return total;
 }
 
@@ -374,49 +354,37 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
 {
     auto& b = *buffers;
     auto& out = *core.left.outConv;
-    const int total = out.schedule (m, b.counts, b.phases);
-
+    const int total = out.schedule (m, b.inputOf, b.phases);
+    out.copyHistory (b.left.coreOut);
     if (stereo)
     {
-        auto& other = *core.right.outConv;
-        out.copyHistory (b.outPairs, 2);
-        other.copyHistory (b.outPairs + 1, 2);
-        other.schedule (m, b.otherCounts, b.otherPhases);
-        for (int i = 0, q = 0; i < m; ++i)
-            for (int j = 0; j < b.counts[i]; ++j, ++q)
-                b.pairJobs[q] = { b.outPairs + 2 * i, out.getCoefficients (b.phases[q]) };
-        kernels->pairDots (b.pairJobs, total, RateConverter::numTaps, b.results);
-        out.pushBlock (b.outPairs, m, 2);
-        other.pushBlock (b.outPairs + 1, m, 2);
+        core.right.outConv->copyHistory (b.right.coreOut);
+        core.right.outConv->schedule (m, b.otherInputOf, b.otherPhases);
     }
-    else
-    {
-        out.copyHistory (b.outSingle);
-        for (int i = 0, q = 0; i < m; ++i)
-            for (int j = 0; j < b.counts[i]; ++j, ++q)
-                b.jobs[q] = { b.outSingle + i, out.getCoefficients (b.phases[q]) };
-        kernels->dots (b.jobs, total, RateConverter::numTaps, b.results);
-        out.pushBlock (b.outSingle, m);
-    }
+
+    kernels->phaseDots ({ out.getTapMajor(), out.getTapStride(), RateConverter::numTaps, b.phases, b.inputOf,
+                          b.left.coreOut, stereo ? b.right.coreOut : nullptr, total, b.left.hostOut,
+                          stereo ? b.right.hostOut : nullptr });
+
+    out.pushBlock (b.left.coreOut, m);
+    if (stereo)
+        core.right.outConv->pushBlock (b.right.coreOut, m);
 
     // The FIFO as the literal loop runs it: a core sample's outputs go in during its host sample, before
     // that host sample takes one out.
-    const int stride = stereo ? 2 : 1;
     auto& l = core.left;
     auto& r = core.right;
-    for (int h = 0, i = 0, q = 0; h < n; ++h)
+    for (int h = 0, q = 0; h < n; ++h)
     {
-        for (; i < m && b.hostOf[i] == h; ++i)
+        for (int j = 0; q < total && b.hostOf[b.inputOf[q]] == h; ++q)
         {
-            for (int j = 0; j < b.counts[i]; ++j, ++q)
+            j = q > 0 && b.inputOf[q] == b.inputOf[q - 1] ? j + 1 : 0;
+            l.outResult[j] = l.fifo[l.fifoWrite] = b.left.hostOut[q];
+            advance (l.fifoWrite, VantriceCore::fifoSize);
+            if (stereo)
             {
-                l.outResult[j] = l.fifo[l.fifoWrite] = b.results[stride * q];
-                advance (l.fifoWrite, VantriceCore::fifoSize);
-                if (stereo)
-                {
-                    r.outResult[j] = r.fifo[r.fifoWrite] = b.results[stride * q + 1];
-                    advance (r.fifoWrite, VantriceCore::fifoSize);
-                }
+                r.outResult[j] = r.fifo[r.fifoWrite] = b.right.hostOut[q];
+                advance (r.fifoWrite, VantriceCore::fifoSize);
             }
             jassert (l.fifoWrite != l.fifoRead); // the bursts must never fill the whole FIFO
         }
@@ -442,8 +410,8 @@ void BlockPath::stereoRun (float* left, float* right, int n) noexcept
     {
         for (int h = 0; h < n; ++h)
         {
-            b.inPairs[2 * (history + h)] = left[h];
-            b.inPairs[2 * (history + h) + 1] = right[h];
+            b.left.in[history + h] = left[h];
+            b.right.in[history + h] = right[h];
         }
         m = convertIn (n, true);
     }
@@ -916,18 +884,12 @@ void BlockPath::finishCore (int m, bool stereo) noexcept
         // The mix, into what comes next: the host's samples, or the out-converter's inputs behind their
         // history. While converting, the dry side is taken behind the preamp and a "Pre" filter.
         const double* dry = core.resampling ? side.crush : side.dry;
-        double* out = side.out;
-        int stride = 1;
-        if (core.resampling)
-        {
-            out = stereo ? b.outPairs + 2 * history + s : b.outSingle + history;
-            stride = stereo ? 2 : 1;
-        }
+        double* out = core.resampling ? side.coreOut + history : side.out;
         for (int i = 0; i < m; ++i)
         {
             const int h = b.hostOf[i];
             const double d = dry[ringSize + i - dryAge];
-            out[stride * i] = ((side.sum[i] - d) * b.mix[h] + d) * b.volume[h] + 1e-20;
+            out[i] = ((side.sum[i] - d) * b.mix[h] + d) * b.volume[h] + 1e-20;
         }
 
         storeRing (channels[s]->dryRing, core.ringIndex, side.dry, m);

@@ -68,6 +68,14 @@ RateConverter::RateConverter (int inRate, int outRate)
     }
 
     countdown = advance[0];
+
+    // The same filters with the phases side by side for each tap, and the first three phases again
+    // after the last, so that any four phases in a row are four neighbours.
+    tapMajor.assign ((size_t) (numTaps * getTapStride()), 0.0);
+    for (int k = 0; k < numTaps; ++k)
+        for (int i = 0; i < getTapStride(); ++i)
+            tapMajor[(size_t) (k * getTapStride() + i)] =
+                coefficients[(size_t) ((i % phaseCount) * numTaps + k)];
 }
 
 void RateConverter::push (double x) noexcept
@@ -136,38 +144,35 @@ void RateConverter::pushBlock (const double* inputs, int numInputs, int stride) 
     delayWrite = (delayWrite + numInputs) % numTaps;
     // The newest inputs, oldest first, from the slot the next push replaces.
     const double* newest = inputs + (historyLength + numInputs - numTaps) * stride;
-    for (int k = 0; k < numTaps; ++k)
+    for (int k = 0, slot = delayWrite; k < numTaps; ++k)
     {
-        const int slot = (delayWrite + k) % numTaps;
-        delayLine[slot] = newest[k * stride];
-        delayLine[slot + numTaps] = newest[k * stride];
+        delayLine[slot] = delayLine[slot + numTaps] = newest[k * stride];
+        if (++slot == numTaps)
+            slot = 0;
     }
 }
 
-int RateConverter::schedule (int numInputs, int* outputsPerInput, int* phases) noexcept
+int RateConverter::schedule (int numInputs, int* inputOf, int* phases) noexcept
 {
-    int total = 0;
+    int p = phase, wait = countdown, total = 0;
+    const int* steps = advance.data();
+    const bool down = inFactor > outFactor;
     for (int i = 0; i < numInputs; ++i)
     {
-        int n = 0;
-        if (inFactor > outFactor)
+        // Down: an output once the countdown has run out. Up: one output, then more while the next
+        // phase takes no input.
+        if (down && --wait >= 1)
+            continue;
+        do
         {
-            if (--countdown < 1)
-            {
-                phases[total + n++] = phase;
-                nextPhase();
-            }
-        }
-        else
-        {
-            do
-            {
-                phases[total + n++] = phase;
-                nextPhase();
-            } while (countdown == 0);
-        }
-        outputsPerInput[i] = n;
-        total += n;
+            inputOf[total] = i;
+            phases[total++] = p;
+            if (++p == phaseCount)
+                p = 0;
+            wait = steps[p];
+        } while (!down && wait == 0);
     }
+    phase = p;
+    countdown = wait;
     return total;
 }

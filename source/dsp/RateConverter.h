@@ -29,8 +29,12 @@ public:
     void pushBlock (const double* inputs, int numInputs, int stride = 1) noexcept;
 
     /** For a block form: what `numInputs` calls of `process` would do to the phase, without the signal.
-        Writes each call's count of outputs and the phase of each output in order; returns their total. */
-    int schedule (int numInputs, int* outputsPerInput, int* phases) noexcept;
+        Writes for each output in order the input it follows and its phase; returns their count. */
+    int schedule (int numInputs, int* inputOf, int* phases) noexcept;
+
+    /** The filters tap by tap, the phases side by side: tap k of phase i at k x `getTapStride` + i. */
+    const double* getTapMajor() const noexcept { return tapMajor.data(); }
+    int getTapStride() const noexcept { return phaseCount + 3; }
 
     /** Whether the next calls give the same counts at the same phases as the other's. */
     bool sharesScheduleWith (const RateConverter& other) const noexcept
@@ -68,6 +72,7 @@ private:
     double ratio = 1.0, cutoff = 1.0;
     int phaseCount = 1;
     std::vector<double> coefficients;
+    std::vector<double> tapMajor;
     std::vector<int> advance;
     int phase = 0;
     int countdown = 0;

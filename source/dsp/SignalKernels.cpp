@@ -151,6 +151,66 @@ void pairDotsSse2 (const SignalKernels::PairJob* jobs, int numJobs, int taps, do
     }
 }
 
+/** Two outputs' data at tap k: neighbours, one sample, or two samples apart. */
+VANTRICE_INLINE Vec2 phaseData2 (const double* x, int a, int b, int k) noexcept
+{
+    if (b == a + 1)
+        return load2 (x + a + k);
+    return Vec2{ x[a + k], x[b + k] };
+}
+
+void phaseDotsSse2 (const SignalKernels::PhaseRun& run) noexcept
+{
+    // Two outputs in a row as lanes: their phases are neighbours in the tap-major table. With one
+    // channel, two pairs of outputs at a time, for a second chain of adds.
+    const Vec2 g = splat2 (guard);
+    const int step = run.dataB != nullptr ? 2 : 4;
+    for (int q = 0; q < run.numOutputs; q += step)
+    {
+        const int last = run.numOutputs - 1;
+        const int s0 = run.start[q], s1 = run.start[std::min (q + 1, last)];
+        const double* h = run.tapMajor + run.phase[q];
+        Vec2 a{}, b{};
+        if (run.dataB != nullptr)
+        {
+            for (int k = 0; k < run.taps; ++k)
+            {
+                const Vec2 hk = load2 (h + k * run.tapStride);
+                a = a + phaseData2 (run.dataA, s0, s1, k) * hk;
+                b = b + phaseData2 (run.dataB, s0, s1, k) * hk;
+                a = a + g;
+                b = b + g;
+            }
+        }
+        else
+        {
+            const int s2 = run.start[std::min (q + 2, last)], s3 = run.start[std::min (q + 3, last)];
+            const double* h2 = run.tapMajor + run.phase[std::min (q + 2, last)];
+            for (int k = 0; k < run.taps; ++k)
+            {
+                a = a + phaseData2 (run.dataA, s0, s1, k) * load2 (h + k * run.tapStride);
+                b = b + phaseData2 (run.dataA, s2, s3, k) * load2 (h2 + k * run.tapStride);
+                a = a + g;
+                b = b + g;
+            }
+        }
+
+        const double sums[4] = { a[0], a[1], b[0], b[1] };
+        for (int j = 0; j < step && q + j < run.numOutputs; ++j)
+        {
+            if (run.dataB != nullptr)
+            {
+                run.resultA[q + j] = sums[j];
+                run.resultB[q + j] = sums[2 + j];
+            }
+            else
+            {
+                run.resultA[q + j] = sums[j];
+            }
+        }
+    }
+}
+
 /** One stretch of step sums, two slots by two samples at a time; see the AVX2 kernel for the layout. */
 template <bool twoChannels>
 struct StepLanes2
@@ -412,6 +472,127 @@ VANTRICE_AVX2 void pairDotsAvx2 (const SignalKernels::PairJob* jobs, int numJobs
     }
 }
 
+/** Where four outputs' data lie: side by side, all at one sample, at two samples, or anywhere. */
+enum class Spread
+{
+    neighbours,
+    one,
+    two,
+    any
+};
+
+struct PhaseData4
+{
+    Spread spread;
+    int s[4];
+    __m256d atSecond; // lanes at the second of two samples
+
+    VANTRICE_AVX2 VANTRICE_INLINE PhaseData4 (const int* start, int q, int last) noexcept
+    {
+        for (int j = 0; j < 4; ++j)
+            s[j] = start[std::min (q + j, last)];
+        bool twoSamples = true;
+        for (int j = 1; j < 3; ++j)
+            twoSamples = twoSamples && (s[j] == s[0] || s[j] == s[3]);
+        if (s[1] == s[0] + 1 && s[2] == s[0] + 2 && s[3] == s[0] + 3)
+            spread = Spread::neighbours;
+        else if (s[3] == s[0])
+            spread = Spread::one;
+        else if (twoSamples)
+            spread = Spread::two;
+        else
+            spread = Spread::any;
+        atSecond =
+            _mm256_castsi256_pd (_mm256_set_epi64x (-1, s[2] == s[3] ? -1 : 0, s[1] == s[3] ? -1 : 0, 0));
+    }
+
+    template <Spread spread>
+    VANTRICE_AVX2 VANTRICE_INLINE __m256d at (const double* x, int k) const noexcept
+    {
+        if constexpr (spread == Spread::neighbours)
+            return _mm256_loadu_pd (x + s[0] + k);
+        else if constexpr (spread == Spread::one)
+            return _mm256_broadcast_sd (x + s[0] + k);
+        else if constexpr (spread == Spread::two)
+            return _mm256_blendv_pd (_mm256_broadcast_sd (x + s[0] + k), _mm256_broadcast_sd (x + s[3] + k),
+                                     atSecond);
+        else
+            return _mm256_set_pd (x[s[3] + k], x[s[2] + k], x[s[1] + k], x[s[0] + k]);
+    }
+};
+
+/** Two chains of adds over the taps: lanes of `da` in `xa` and of `db` in `xb`, filters from `ha`, `hb`. */
+template <Spread spread>
+VANTRICE_AVX2 VANTRICE_INLINE void phaseChains (const PhaseData4& da, const PhaseData4& db, const double* xa,
+                                                const double* xb, const double* ha, const double* hb,
+                                                int stride, int taps, __m256d& a, __m256d& b) noexcept
+{
+    const __m256d g = _mm256_set1_pd (guard);
+    for (int k = 0; k < taps; ++k)
+    {
+        a = _mm256_add_pd (a, _mm256_mul_pd (da.at<spread> (xa, k), _mm256_loadu_pd (ha + k * stride)));
+        b = _mm256_add_pd (b, _mm256_mul_pd (db.at<spread> (xb, k), _mm256_loadu_pd (hb + k * stride)));
+        a = _mm256_add_pd (a, g);
+        b = _mm256_add_pd (b, g);
+    }
+}
+
+VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
+{
+    // Four outputs in a row as lanes: their phases are neighbours in the tap-major table, so one load
+    // gives all four filters' tap. Both channels take the same filters, as two chains of adds; with one
+    // channel, two groups of outputs make the two chains.
+    const bool stereo = run.dataB != nullptr;
+    const int step = stereo ? 4 : 8;
+    const int last = run.numOutputs - 1;
+    for (int q = 0; q < run.numOutputs; q += step)
+    {
+        const PhaseData4 first (run.start, q, last);
+        const PhaseData4 second (run.start, std::min (q + 4, last), last);
+        const PhaseData4& db = stereo ? first : second;
+        const double* xb = stereo ? run.dataB : run.dataA;
+        const double* ha = run.tapMajor + run.phase[q];
+        const double* hb = stereo ? ha : run.tapMajor + run.phase[std::min (q + 4, last)];
+
+        __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
+        const Spread spread = first.spread == db.spread ? first.spread : Spread::any;
+        switch (spread)
+        {
+            case Spread::neighbours:
+                phaseChains<Spread::neighbours> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a,
+                                                 b);
+                break;
+            case Spread::one:
+                phaseChains<Spread::one> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
+                break;
+            case Spread::two:
+                phaseChains<Spread::two> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
+                break;
+            case Spread::any:
+            default:
+                phaseChains<Spread::any> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
+                break;
+        }
+
+        alignas (32) double sums[8];
+        _mm256_store_pd (sums, a);
+        _mm256_store_pd (sums + 4, b);
+        if (stereo)
+        {
+            for (int j = 0; j < 4 && q + j < run.numOutputs; ++j)
+            {
+                run.resultA[q + j] = sums[j];
+                run.resultB[q + j] = sums[4 + j];
+            }
+        }
+        else
+        {
+            for (int j = 0; j < 8 && q + j < run.numOutputs; ++j)
+                run.resultA[q + j] = sums[j];
+        }
+    }
+}
+
 /** One stretch of step sums, four slots by four samples at a time. */
 template <bool twoChannels>
 struct StepLanes4
@@ -450,14 +631,13 @@ struct StepLanes4
     {
         const __m128i i = _mm256_cvttpd_epi32 (p);
         const __m256d whole = _mm256_cvtepi32_pd (i);
-        alignas (16) int row[4];
-        _mm_store_si128 ((__m128i*) row, i);
-        const __m256d q02 =
-            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_load_pd (stepPairs + 2 * (unsigned) row[0])),
-                                  _mm_load_pd (stepPairs + 2 * (unsigned) row[2]), 1);
-        const __m256d q13 =
-            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_load_pd (stepPairs + 2 * (unsigned) row[1])),
-                                  _mm_load_pd (stepPairs + 2 * (unsigned) row[3]), 1);
+        // Twice the row: where its pair starts.
+        alignas (16) unsigned at[4];
+        _mm_store_si128 ((__m128i*) at, _mm_add_epi32 (i, i));
+        const __m256d q02 = _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_load_pd (stepPairs + at[0])),
+                                                  _mm_load_pd (stepPairs + at[2]), 1);
+        const __m256d q13 = _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_load_pd (stepPairs + at[1])),
+                                                  _mm_load_pd (stepPairs + at[3]), 1);
         const __m256d value = _mm256_unpacklo_pd (q02, q13), slope = _mm256_unpackhi_pd (q02, q13);
         return _mm256_add_pd (value, _mm256_mul_pd (_mm256_sub_pd (p, whole), slope));
     }
@@ -465,6 +645,58 @@ struct StepLanes4
     VANTRICE_AVX2 VANTRICE_INLINE __m256d next (__m256d p) const noexcept
     {
         return _mm256_blendv_pd (_mm256_add_pd (p, speed), silent, _mm256_cmp_pd (p, lastStart, _CMP_GE_OQ));
+    }
+
+    /** Four slots over the batch's samples, added to each sample's sum in slot order. With `starts`, a
+        step begins in one of them. */
+    template <bool starts>
+    VANTRICE_AVX2 VANTRICE_INLINE void group (int s, int t0, int valid, std::uint64_t startsHere, __m256d& a,
+                                              __m256d& b) noexcept
+    {
+        // Positions advance with slots as lanes, since each follows its own last value; the table values
+        // are then turned so that samples are the lanes, and each sample's sum runs down its lane.
+        __m256d v[4] = { _mm256_setzero_pd(), _mm256_setzero_pd(), _mm256_setzero_pd(), _mm256_setzero_pd() };
+        __m256d p = _mm256_loadu_pd (position + s);
+
+        // Slots resting on the silent row read 0.0 there and stay.
+        if (starts || _mm256_movemask_pd (_mm256_cmp_pd (p, silent, _CMP_EQ_OQ)) != 15)
+        {
+            for (int k = 0; k < valid; ++k)
+            {
+                if (starts)
+                {
+                    const int slot = eventSlot[t0 + k];
+                    if (slot >= s && slot < s + 4)
+                        p = _mm256_blendv_pd (
+                            p, _mm256_broadcast_sd (eventPosition + t0 + k),
+                            _mm256_cmp_pd (lane, _mm256_set1_pd ((double) (slot - s)), _CMP_EQ_OQ));
+                }
+                v[k] = values (p);
+                p = next (p);
+            }
+            _mm256_storeu_pd (position + s, p);
+            transpose4 (v[0], v[1], v[2], v[3]);
+        }
+
+        for (int m = 0; m < 4; ++m)
+        {
+            const int slot = s + m;
+            __m256d ha = _mm256_broadcast_sd (heightA + slot);
+            __m256d hb = twoChannels ? _mm256_broadcast_sd (heightB + slot) : ha;
+            if (starts && ((startsHere >> slot) & 1) != 0)
+                for (int k = 0; k < valid; ++k)
+                    if (eventSlot[t0 + k] == slot)
+                    {
+                        // The new step's height from the sample it starts in.
+                        const __m256d from = _mm256_cmp_pd (lane, _mm256_set1_pd ((double) k), _CMP_GE_OQ);
+                        ha = _mm256_blendv_pd (ha, _mm256_broadcast_sd (eventHeightA + t0 + k), from);
+                        if (twoChannels)
+                            hb = _mm256_blendv_pd (hb, _mm256_broadcast_sd (eventHeightB + t0 + k), from);
+                    }
+            a = _mm256_add_pd (a, _mm256_add_pd (_mm256_mul_pd (v[m], ha), g));
+            if (twoChannels)
+                b = _mm256_add_pd (b, _mm256_add_pd (_mm256_mul_pd (v[m], hb), g));
+        }
     }
 
     VANTRICE_AVX2 VANTRICE_INLINE void batch (int t0, int valid) noexcept
@@ -477,54 +709,10 @@ struct StepLanes4
         __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
         for (int s = 0; s < numSlots; s += 4)
         {
-            // Positions advance with slots as lanes, since each follows its own last value; the table
-            // values are then turned so that samples are the lanes, and each sample's sum runs down its
-            // lane in slot order.
-            __m256d v[4] = { _mm256_setzero_pd(), _mm256_setzero_pd(), _mm256_setzero_pd(),
-                             _mm256_setzero_pd() };
-            __m256d p = _mm256_loadu_pd (position + s);
-            const bool starts = ((startsHere >> s) & 15) != 0;
-
-            // Slots resting on the silent row read 0.0 there and stay.
-            if (starts || _mm256_movemask_pd (_mm256_cmp_pd (p, silent, _CMP_EQ_OQ)) != 15)
-            {
-                for (int k = 0; k < valid; ++k)
-                {
-                    if (starts)
-                    {
-                        const int slot = eventSlot[t0 + k];
-                        if (slot >= s && slot < s + 4)
-                            p = _mm256_blendv_pd (
-                                p, _mm256_broadcast_sd (eventPosition + t0 + k),
-                                _mm256_cmp_pd (lane, _mm256_set1_pd ((double) (slot - s)), _CMP_EQ_OQ));
-                    }
-                    v[k] = values (p);
-                    p = next (p);
-                }
-                _mm256_storeu_pd (position + s, p);
-                transpose4 (v[0], v[1], v[2], v[3]);
-            }
-
-            for (int m = 0; m < 4; ++m)
-            {
-                const int slot = s + m;
-                __m256d ha = _mm256_broadcast_sd (heightA + slot);
-                __m256d hb = twoChannels ? _mm256_broadcast_sd (heightB + slot) : ha;
-                if (((startsHere >> slot) & 1) != 0)
-                    for (int k = 0; k < valid; ++k)
-                        if (eventSlot[t0 + k] == slot)
-                        {
-                            // The new step's height from the sample it starts in.
-                            const __m256d from =
-                                _mm256_cmp_pd (lane, _mm256_set1_pd ((double) k), _CMP_GE_OQ);
-                            ha = _mm256_blendv_pd (ha, _mm256_broadcast_sd (eventHeightA + t0 + k), from);
-                            if (twoChannels)
-                                hb = _mm256_blendv_pd (hb, _mm256_broadcast_sd (eventHeightB + t0 + k), from);
-                        }
-                a = _mm256_add_pd (a, _mm256_add_pd (_mm256_mul_pd (v[m], ha), g));
-                if (twoChannels)
-                    b = _mm256_add_pd (b, _mm256_add_pd (_mm256_mul_pd (v[m], hb), g));
-            }
+            if (((startsHere >> s) & 15) != 0)
+                group<true> (s, t0, valid, startsHere, a, b);
+            else
+                group<false> (s, t0, valid, startsHere, a, b);
         }
 
         alignas (32) double sa[4], sb[4];
@@ -588,14 +776,14 @@ bool prepareTables() noexcept
 const SignalKernels& SignalKernels::sse2() noexcept
 {
     prepareTables();
-    static const SignalKernels kernels{ "SSE2", dotsSse2, pairDotsSse2, stepSumsSse2 };
+    static const SignalKernels kernels{ "SSE2", dotsSse2, pairDotsSse2, phaseDotsSse2, stepSumsSse2 };
     return kernels;
 }
 
 const SignalKernels* SignalKernels::avx2() noexcept
 {
     prepareTables();
-    static const SignalKernels kernels{ "AVX2", dotsAvx2, pairDotsAvx2, stepSumsAvx2 };
+    static const SignalKernels kernels{ "AVX2", dotsAvx2, pairDotsAvx2, phaseDotsAvx2, stepSumsAvx2 };
     return __builtin_cpu_supports ("avx2") ? &kernels : nullptr;
 }
 

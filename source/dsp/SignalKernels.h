@@ -21,6 +21,23 @@ struct SignalKernels
         const double* coefficients;
     };
 
+    /** A converter's outputs in a row, for one channel or two: output q takes the phase after output
+        q - 1's, and its dot runs over the taps from `start`[q] on in each channel's signal. */
+    struct PhaseRun
+    {
+        const double*
+            tapMajor; // tap k of phase i at k x tapStride + i, the first phases repeated after the last
+        int tapStride;
+        int taps;
+        const int* phase;
+        const int* start;
+        const double* dataA;
+        const double* dataB; // or null
+        int numOutputs;
+        double* resultA;
+        double* resultB;
+    };
+
     /** One stretch of the band-limited steps of one channel, or of two channels whose steps sit on the
         same rows (the linked stage's). */
     struct StepRun
@@ -45,6 +62,9 @@ struct SignalKernels
 
     /** The same for both signals of each pair job, into results 2 i and 2 i + 1. */
     void (*pairDots) (const PairJob* jobs, int numJobs, int taps, double* results) noexcept;
+
+    /** The dots of a converter's outputs, as `dots` computes them. */
+    void (*phaseDots) (const PhaseRun& run) noexcept;
 
     /** For each sample: the step that starts in it takes its slot, then every slot's table value times
         its height plus 1e-20 is added in slot order, and every position moves on. */
