@@ -97,16 +97,33 @@ struct Filter
     }
 };
 
+/** What a control's array of per-sample values holds from an earlier stretch, if one value throughout. */
+struct Filled
+{
+    double value = 0.0;
+    int length = 0;
+};
+
+/** `n` copies of a value, unless the array holds them already. */
+inline void fill (double* out, int n, double value, Filled& filled) noexcept
+{
+    if (filled.length >= n && sameBits (filled.value, value))
+        return;
+    std::fill (out, out + n, value);
+    filled = { value, n };
+}
+
 /** The literal loop's glide, per sample, into `out`. A glide at its fixed point gives the same value in
     every sample, so it is written without being run; returns whether it was. */
-inline bool glide (double& value, double target, double coeff, double* out, int n) noexcept
+inline bool glide (double& value, double target, double coeff, double* out, int n, Filled& filled) noexcept
 {
     const double next = value - ((value - target) * coeff + 1e-20);
     if (sameBits (next, value))
     {
-        std::fill (out, out + n, value);
+        fill (out, n, value, filled);
         return true;
     }
+    filled.length = 0;
     for (int i = 0; i < n; ++i)
     {
         value = value - ((value - target) * coeff + 1e-20);
@@ -119,6 +136,28 @@ inline void advance (int& position, int size) noexcept
 {
     if (++position == size)
         position = 0;
+}
+
+/** What the literal loop leaves in a converter's result buffers: output j of a call lands at place j, so
+    each place holds the output of the last call that reached it. `inputOf` gives each output's call. */
+void keepLastResults (const int* inputOf, int total, const double* a, const double* b, double* resultA,
+                      double* resultB) noexcept
+{
+    int reached = 0;
+    for (int q = total - 1; q >= 0 && reached < RateConverter::maxOutputsPerCall;)
+    {
+        int first = q;
+        while (first > 0 && inputOf[first - 1] == inputOf[q])
+            --first;
+        for (int j = reached; j <= q - first; ++j)
+        {
+            resultA[j] = a[first + j];
+            if (b != nullptr)
+                resultB[j] = b[first + j];
+        }
+        reached = std::max (reached, q - first + 1);
+        q = first - 1;
+    }
 }
 
 /** The hold clock of a channel over a stretch, the reciprocal of its rate taken once: the same bits. */
@@ -165,6 +204,7 @@ struct Noise
 struct BlockPath::Side
 {
     double cutoff[maxHostRun], reso[maxHostRun], root[maxHostRun];
+    Filled filledCutoff, filledReso, filledRoot;
     double in[history + maxHostRun]; // the in-converter's history, then the host's samples
     double coreIn[maxCoreRun];
     double dry[ringSize + maxCoreRun];
@@ -189,14 +229,15 @@ struct BlockPath::Buffers
 {
     Side left, right;
     double preamp[maxHostRun], mix[maxHostRun], volume[maxHostRun];
+    Filled filledPreamp, filledMix, filledVolume;
     float noise[maxCoreRun];
     int hostOf[maxCoreRun]; // the host sample each core sample runs in
 
     // Both channels' crushed histories side by side, for the sinc reads that take both with one filter.
     double crushPairs[2 * (ringSize + maxCoreRun)];
 
-    int inputOf[maxHostOutputs], otherInputOf[maxHostOutputs]; // the input each converter output follows
-    int phases[maxHostOutputs], otherPhases[maxHostOutputs];
+    int inputOf[maxHostOutputs]; // the input each converter output follows
+    int phases[maxHostOutputs];
     SignalKernels::DotJob jobs[maxHostOutputs];
     SignalKernels::PairJob pairJobs[maxHostOutputs];
     double results[2 * maxHostOutputs];
@@ -291,22 +332,23 @@ void BlockPath::glideControls (int n, bool stereo) noexcept
     auto& r = core.right;
     const double c = core.smoothCoeff;
 
-    glide (core.preamp, core.preampTarget, c, b.preamp, n);
-    glide (l.cutoff, l.cutoffTarget, c, b.left.cutoff, n);
-    glide (r.cutoff, r.cutoffTarget, c, b.right.cutoff, n);
-    const bool leftResoFixed = glide (l.reso, l.resoTarget, c, b.left.reso, n);
-    const bool rightResoFixed = glide (r.reso, r.resoTarget, c, b.right.reso, n);
-    glide (core.mix, core.mixTarget, c, b.mix, n);
-    glide (core.volume, core.volumeTarget, c, b.volume, n);
+    glide (core.preamp, core.preampTarget, c, b.preamp, n, b.filledPreamp);
+    glide (l.cutoff, l.cutoffTarget, c, b.left.cutoff, n, b.left.filledCutoff);
+    glide (r.cutoff, r.cutoffTarget, c, b.right.cutoff, n, b.right.filledCutoff);
+    const bool leftResoFixed = glide (l.reso, l.resoTarget, c, b.left.reso, n, b.left.filledReso);
+    const bool rightResoFixed = glide (r.reso, r.resoTarget, c, b.right.reso, n, b.right.filledReso);
+    glide (core.mix, core.mixTarget, c, b.mix, n, b.filledMix);
+    glide (core.volume, core.volumeTarget, c, b.volume, n, b.filledVolume);
 
     auto roots = [n] (VantriceCore::Channel& ch, Side& side, bool fixed)
     {
         if (fixed)
         {
             ch.resoRoot = std::sqrt (ch.reso);
-            std::fill (side.root, side.root + n, ch.resoRoot);
+            fill (side.root, n, ch.resoRoot, side.filledRoot);
             return;
         }
+        side.filledRoot.length = 0;
         for (int i = 0; i < n; ++i)
             side.root[i] = std::sqrt (side.reso[i]);
         ch.resoRoot = side.root[n - 1];
@@ -328,7 +370,7 @@ int BlockPath::convertIn (int n, bool stereo) noexcept
     if (stereo)
     {
         core.right.inConv->copyHistory (b.right.in);
-        core.right.inConv->schedule (n, b.otherInputOf, b.otherPhases);
+        core.right.inConv->followSchedule (in);
     }
 
     kernels->phaseDots ({ in.getTapMajor(), in.getTapStride(), RateConverter::numTaps, b.phases, b.hostOf,
@@ -339,14 +381,9 @@ int BlockPath::convertIn (int n, bool stereo) noexcept
     if (stereo)
         core.right.inConv->pushBlock (b.right.in, n);
 
-    // The result buffers keep each call's outputs, as the literal loop leaves them.
-    for (int q = 0, j = 0; q < total; ++q)
-    {
-        j = q > 0 && b.hostOf[q] == b.hostOf[q - 1] ? j + 1 : 0;
-        core.left.inResult[j] = b.left.coreIn[q];
-        if (stereo)
-            core.right.inResult[j] = b.right.coreIn[q];
-    }
+    // The result buffers keep, at each place, the last call's output that reached it.
+    keepLastResults (b.hostOf, total, b.left.coreIn, stereo ? b.right.coreIn : nullptr, core.left.inResult,
+                     core.right.inResult);
     return total;
 }
 
@@ -359,7 +396,7 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
     if (stereo)
     {
         core.right.outConv->copyHistory (b.right.coreOut);
-        core.right.outConv->schedule (m, b.otherInputOf, b.otherPhases);
+        core.right.outConv->followSchedule (out);
     }
 
     kernels->phaseDots ({ out.getTapMajor(), out.getTapStride(), RateConverter::numTaps, b.phases, b.inputOf,
@@ -376,14 +413,13 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
     auto& r = core.right;
     for (int h = 0, q = 0; h < n; ++h)
     {
-        for (int j = 0; q < total && b.hostOf[b.inputOf[q]] == h; ++q)
+        for (; q < total && b.hostOf[b.inputOf[q]] == h; ++q)
         {
-            j = q > 0 && b.inputOf[q] == b.inputOf[q - 1] ? j + 1 : 0;
-            l.outResult[j] = l.fifo[l.fifoWrite] = b.left.hostOut[q];
+            l.fifo[l.fifoWrite] = b.left.hostOut[q];
             advance (l.fifoWrite, VantriceCore::fifoSize);
             if (stereo)
             {
-                r.outResult[j] = r.fifo[r.fifoWrite] = b.right.hostOut[q];
+                r.fifo[r.fifoWrite] = b.right.hostOut[q];
                 advance (r.fifoWrite, VantriceCore::fifoSize);
             }
             jassert (l.fifoWrite != l.fifoRead); // the bursts must never fill the whole FIFO
@@ -398,6 +434,10 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
             advance (r.fifoRead, VantriceCore::fifoSize);
         }
     }
+
+    // The result buffers keep, at each place, the last call's output that reached it.
+    keepLastResults (b.inputOf, total, b.left.hostOut, stereo ? b.right.hostOut : nullptr, l.outResult,
+                     r.outResult);
 }
 
 void BlockPath::stereoRun (float* left, float* right, int n) noexcept

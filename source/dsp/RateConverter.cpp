@@ -146,10 +146,11 @@ void RateConverter::pushBlock (const double* inputs, int numInputs, int stride) 
     const double* newest = inputs + (historyLength + numInputs - numTaps) * stride;
     for (int k = 0, slot = delayWrite; k < numTaps; ++k)
     {
-        delayLine[slot] = delayLine[slot + numTaps] = newest[k * stride];
+        delayLine[slot] = newest[k * stride];
         if (++slot == numTaps)
             slot = 0;
     }
+    std::copy (delayLine, delayLine + numTaps, delayLine + numTaps);
 }
 
 int RateConverter::schedule (int numInputs, int* inputOf, int* phases) noexcept

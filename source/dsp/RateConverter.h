@@ -36,6 +36,13 @@ public:
     const double* getTapMajor() const noexcept { return tapMajor.data(); }
     int getTapStride() const noexcept { return phaseCount + 3; }
 
+    /** Takes the phase and countdown of a converter whose schedule this one shares. */
+    void followSchedule (const RateConverter& other) noexcept
+    {
+        phase = other.phase;
+        countdown = other.countdown;
+    }
+
     /** Whether the next calls give the same counts at the same phases as the other's. */
     bool sharesScheduleWith (const RateConverter& other) const noexcept
     {
