@@ -143,8 +143,16 @@ inline void advance (int& position, int size) noexcept
 void keepLastResults (const int* inputOf, int total, const double* a, const double* b, double* resultA,
                       double* resultB) noexcept
 {
+    // No call of the stretch reaches past the most outputs any of them gave.
+    int most = 0;
+    for (int q = 0, run = 0; q < total; ++q)
+    {
+        run = q > 0 && inputOf[q] == inputOf[q - 1] ? run + 1 : 1;
+        most = std::max (most, run);
+    }
+
     int reached = 0;
-    for (int q = total - 1; q >= 0 && reached < RateConverter::maxOutputsPerCall;)
+    for (int q = total - 1; q >= 0 && reached < most;)
     {
         int first = q;
         while (first > 0 && inputOf[first - 1] == inputOf[q])
@@ -205,13 +213,14 @@ struct BlockPath::Side
 {
     double cutoff[maxHostRun], reso[maxHostRun], root[maxHostRun];
     Filled filledCutoff, filledReso, filledRoot;
-    double in[history + maxHostRun]; // the in-converter's history, then the host's samples
+    // The converters' histories, then the stretch's samples, and room for a vector read past the last.
+    double in[history + maxHostRun + 4]; // host samples
     double coreIn[maxCoreRun];
     double dry[ringSize + maxCoreRun];
     double crush[ringSize + maxCoreRun];
     double held[maxCoreRun];
     double sum[maxCoreRun];
-    double coreOut[history + maxCoreRun]; // the out-converter's history, then the mixed core samples
+    double coreOut[history + maxCoreRun + 4]; // mixed core samples
     double hostOut[maxHostOutputs];
     double out[maxHostRun];
 
@@ -233,8 +242,9 @@ struct BlockPath::Buffers
     float noise[maxCoreRun];
     int hostOf[maxCoreRun]; // the host sample each core sample runs in
 
-    // Both channels' crushed histories side by side, for the sinc reads that take both with one filter.
+    // Both channels' histories side by side, for the dots that take both with one filter.
     double crushPairs[2 * (ringSize + maxCoreRun)];
+    double inPairs[2 * (history + maxHostRun)];
 
     int inputOf[maxHostOutputs]; // the input each converter output follows
     int phases[maxHostOutputs];
@@ -373,9 +383,14 @@ int BlockPath::convertIn (int n, bool stereo) noexcept
         core.right.inConv->followSchedule (in);
     }
 
+    if (stereo)
+    {
+        in.copyHistory (b.inPairs, 2);
+        core.right.inConv->copyHistory (b.inPairs + 1, 2);
+    }
     kernels->phaseDots ({ in.getTapMajor(), in.getTapStride(), RateConverter::numTaps, b.phases, b.hostOf,
-                          b.left.in, stereo ? b.right.in : nullptr, total, b.left.coreIn,
-                          stereo ? b.right.coreIn : nullptr });
+                          b.left.in, stereo ? b.right.in : nullptr, stereo ? b.inPairs : nullptr, total,
+                          b.left.coreIn, stereo ? b.right.coreIn : nullptr });
 
     in.pushBlock (b.left.in, n);
     if (stereo)
@@ -400,7 +415,7 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
     }
 
     kernels->phaseDots ({ out.getTapMajor(), out.getTapStride(), RateConverter::numTaps, b.phases, b.inputOf,
-                          b.left.coreOut, stereo ? b.right.coreOut : nullptr, total, b.left.hostOut,
+                          b.left.coreOut, stereo ? b.right.coreOut : nullptr, nullptr, total, b.left.hostOut,
                           stereo ? b.right.hostOut : nullptr });
 
     out.pushBlock (b.left.coreOut, m);
@@ -450,8 +465,8 @@ void BlockPath::stereoRun (float* left, float* right, int n) noexcept
     {
         for (int h = 0; h < n; ++h)
         {
-            b.left.in[history + h] = left[h];
-            b.right.in[history + h] = right[h];
+            b.left.in[history + h] = b.inPairs[2 * (history + h)] = left[h];
+            b.right.in[history + h] = b.inPairs[2 * (history + h) + 1] = right[h];
         }
         m = convertIn (n, true);
     }

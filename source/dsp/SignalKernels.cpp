@@ -472,12 +472,14 @@ VANTRICE_AVX2 void pairDotsAvx2 (const SignalKernels::PairJob* jobs, int numJobs
     }
 }
 
-/** Where four outputs' data lie: side by side, all at one sample, at two samples, or anywhere. */
+/** Where four outputs' data lie: side by side, all at one sample, at two samples, within four samples,
+    or anywhere. */
 enum class Spread
 {
     neighbours,
     one,
     two,
+    near,
     any
 };
 
@@ -486,6 +488,7 @@ struct PhaseData4
     Spread spread;
     int s[4];
     __m256d atSecond; // lanes at the second of two samples
+    __m256i picks;    // for samples within four: each lane's sample among them, as two 32-bit halves
 
     VANTRICE_AVX2 VANTRICE_INLINE PhaseData4 (const int* start, int q, int last) noexcept
     {
@@ -500,8 +503,12 @@ struct PhaseData4
             spread = Spread::one;
         else if (twoSamples)
             spread = Spread::two;
+        else if (s[3] - s[0] < 4)
+            spread = Spread::near;
         else
             spread = Spread::any;
+        const int o1 = s[1] - s[0], o2 = s[2] - s[0], o3 = std::min (s[3] - s[0], 3);
+        picks = _mm256_set_epi32 (2 * o3 + 1, 2 * o3, 2 * o2 + 1, 2 * o2, 2 * o1 + 1, 2 * o1, 1, 0);
         atSecond =
             _mm256_castsi256_pd (_mm256_set_epi64x (-1, s[2] == s[3] ? -1 : 0, s[1] == s[3] ? -1 : 0, 0));
     }
@@ -537,6 +544,31 @@ VANTRICE_AVX2 VANTRICE_INLINE void phaseChains (const PhaseData4& da, const Phas
     }
 }
 
+/** Outputs spread wide in two chains of two outputs, each output's two channels side by side. */
+VANTRICE_AVX2 VANTRICE_INLINE void phasePairs (const PhaseData4& d, const double* pairs, const double* h,
+                                               int stride, int taps, __m256d& a, __m256d& b) noexcept
+{
+    const __m256d g = _mm256_set1_pd (guard);
+    for (int k = 0; k < taps; ++k)
+    {
+        const __m256d xa =
+            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (d.s[0] + k))),
+                                  _mm_loadu_pd (pairs + 2 * (d.s[1] + k)), 1);
+        const __m256d xb =
+            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (d.s[2] + k))),
+                                  _mm_loadu_pd (pairs + 2 * (d.s[3] + k)), 1);
+        // Each output's filter tap for both of its lanes.
+        const __m256d ha =
+            _mm256_permute4x64_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (h + k * stride)), 0x50);
+        const __m256d hb =
+            _mm256_permute4x64_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (h + k * stride + 2)), 0x50);
+        a = _mm256_add_pd (a, _mm256_mul_pd (xa, ha));
+        b = _mm256_add_pd (b, _mm256_mul_pd (xb, hb));
+        a = _mm256_add_pd (a, g);
+        b = _mm256_add_pd (b, g);
+    }
+}
+
 VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
 {
     // Four outputs in a row as lanes: their phases are neighbours in the tap-major table, so one load
@@ -556,6 +588,20 @@ VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
 
         __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
         const Spread spread = first.spread == db.spread ? first.spread : Spread::any;
+        if (stereo && spread == Spread::any && run.pairs != nullptr)
+        {
+            phasePairs (first, run.pairs, ha, run.tapStride, run.taps, a, b);
+            alignas (32) double sums[8];
+            _mm256_store_pd (sums, a);
+            _mm256_store_pd (sums + 4, b);
+            for (int j = 0; j < 4 && q + j < run.numOutputs; ++j)
+            {
+                run.resultA[q + j] = sums[2 * j];
+                run.resultB[q + j] = sums[2 * j + 1];
+            }
+            continue;
+        }
+
         switch (spread)
         {
             case Spread::neighbours:
@@ -567,6 +613,9 @@ VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
                 break;
             case Spread::two:
                 phaseChains<Spread::two> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
+                break;
+            case Spread::near:
+                phaseChains<Spread::near> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
                 break;
             case Spread::any:
             default:

@@ -33,6 +33,7 @@ struct SignalKernels
         const int* start;
         const double* dataA;
         const double* dataB; // or null
+        const double* pairs; // or both channels' samples side by side, which widely spread outputs read
         int numOutputs;
         double* resultA;
         double* resultB;

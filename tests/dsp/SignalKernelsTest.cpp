@@ -110,6 +110,13 @@ TEST (SignalKernels, EveryInstructionSetGivesTheSameBits)
         const bool stereo = trial.below (2) == 0;
         std::vector<double> aa ((size_t) outputs), ab ((size_t) outputs), ba ((size_t) outputs),
             bb ((size_t) outputs);
+        // Both channels side by side as well, for outputs spread wide.
+        std::vector<double> sideBySide (3000);
+        for (size_t i = 0; i < 1500; ++i)
+        {
+            sideBySide[2 * i] = trial.signal[i];
+            sideBySide[2 * i + 1] = trial.signal[1000 + i];
+        }
         SignalKernels::PhaseRun run{ trial.filters.data(),
                                      stride,
                                      65,
@@ -117,6 +124,7 @@ TEST (SignalKernels, EveryInstructionSetGivesTheSameBits)
                                      start.data(),
                                      trial.signal.data(),
                                      stereo ? trial.signal.data() + 1000 : nullptr,
+                                     stereo ? sideBySide.data() : nullptr,
                                      outputs,
                                      aa.data(),
                                      stereo ? ab.data() : nullptr };
