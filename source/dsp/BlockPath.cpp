@@ -227,7 +227,6 @@ struct BlockPath::Side
     int numHolds;
     int holdAt[maxCoreRun];
     double holdFraction[maxCoreRun];
-    int holdOffset[maxCoreRun];
 
     int eventSlot[maxCoreRun];
     double eventPosition[maxCoreRun];
@@ -248,9 +247,10 @@ struct BlockPath::Buffers
 
     int inputOf[maxHostOutputs]; // the input each converter output follows
     int phases[maxHostOutputs];
-    SignalKernels::DotJob jobs[maxHostOutputs];
-    SignalKernels::PairJob pairJobs[maxHostOutputs];
-    double results[2 * maxHostOutputs];
+    // The sinc reads: a hold in each channel per core sample at most.
+    SignalKernels::DotJob jobs[2 * maxCoreRun];
+    SignalKernels::PairJob pairJobs[maxCoreRun];
+    double results[2 * maxCoreRun];
 };
 
 BlockPath::BlockPath (VantriceCore& owner)

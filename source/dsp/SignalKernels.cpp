@@ -833,6 +833,7 @@ const SignalKernels* SignalKernels::avx2() noexcept
 {
     prepareTables();
     static const SignalKernels kernels{ "AVX2", dotsAvx2, pairDotsAvx2, phaseDotsAvx2, stepSumsAvx2 };
+    __builtin_cpu_init();
     return __builtin_cpu_supports ("avx2") ? &kernels : nullptr;
 }
 
