@@ -472,13 +472,11 @@ VANTRICE_AVX2 void pairDotsAvx2 (const SignalKernels::PairJob* jobs, int numJobs
     }
 }
 
-/** Where four outputs' data lie: side by side, all at one sample, at two samples, within four samples,
-    or anywhere. */
+/** Where four outputs' data lie: side by side, all at one sample, within four samples, or anywhere. */
 enum class Spread
 {
     neighbours,
     one,
-    two,
     near,
     any
 };
@@ -487,30 +485,22 @@ struct PhaseData4
 {
     Spread spread;
     int s[4];
-    __m256d atSecond; // lanes at the second of two samples
-    __m256i picks;    // for samples within four: each lane's sample among them, as two 32-bit halves
+    __m256i picks; // for samples within four: each lane's sample among them, as two 32-bit halves
 
     VANTRICE_AVX2 VANTRICE_INLINE PhaseData4 (const int* start, int q, int last) noexcept
     {
         for (int j = 0; j < 4; ++j)
             s[j] = start[std::min (q + j, last)];
-        bool twoSamples = true;
-        for (int j = 1; j < 3; ++j)
-            twoSamples = twoSamples && (s[j] == s[0] || s[j] == s[3]);
         if (s[1] == s[0] + 1 && s[2] == s[0] + 2 && s[3] == s[0] + 3)
             spread = Spread::neighbours;
         else if (s[3] == s[0])
             spread = Spread::one;
-        else if (twoSamples)
-            spread = Spread::two;
         else if (s[3] - s[0] < 4)
             spread = Spread::near;
         else
             spread = Spread::any;
         const int o1 = s[1] - s[0], o2 = s[2] - s[0], o3 = std::min (s[3] - s[0], 3);
         picks = _mm256_set_epi32 (2 * o3 + 1, 2 * o3, 2 * o2 + 1, 2 * o2, 2 * o1 + 1, 2 * o1, 1, 0);
-        atSecond =
-            _mm256_castsi256_pd (_mm256_set_epi64x (-1, s[2] == s[3] ? -1 : 0, s[1] == s[3] ? -1 : 0, 0));
     }
 
     template <Spread spread>
@@ -520,9 +510,9 @@ struct PhaseData4
             return _mm256_loadu_pd (x + s[0] + k);
         else if constexpr (spread == Spread::one)
             return _mm256_broadcast_sd (x + s[0] + k);
-        else if constexpr (spread == Spread::two)
-            return _mm256_blendv_pd (_mm256_broadcast_sd (x + s[0] + k), _mm256_broadcast_sd (x + s[3] + k),
-                                     atSecond);
+        else if constexpr (spread == Spread::near)
+            return _mm256_castps_pd (
+                _mm256_permutevar8x32_ps (_mm256_castpd_ps (_mm256_loadu_pd (x + s[0] + k)), picks));
         else
             return _mm256_set_pd (x[s[3] + k], x[s[2] + k], x[s[1] + k], x[s[0] + k]);
     }
@@ -610,9 +600,6 @@ VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
                 break;
             case Spread::one:
                 phaseChains<Spread::one> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
-                break;
-            case Spread::two:
-                phaseChains<Spread::two> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
                 break;
             case Spread::near:
                 phaseChains<Spread::near> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
