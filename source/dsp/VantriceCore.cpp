@@ -542,21 +542,6 @@ void VantriceCore::meterStereo (Channel& c, double o) noexcept
         c.active = false;
 }
 
-void VantriceCore::meterMono (double o) noexcept
-{
-    // One meter for both sides, and a signed envelope test.
-    const double m = meterPosition (o);
-    if (m > left.meterPeak)
-        left.meterPeak = m;
-    left.meterPeak = meterDecay * left.meterPeak + 1e-20;
-    right.meterPeak = left.meterPeak;
-    left.envelope = (meterDecay + 1e-20) * left.envelope;
-    if (o > left.envelope)
-        left.envelope = o;
-    if (2e-5 > left.envelope)
-        left.active = false;
-}
-
 void VantriceCore::processStereo (float** leftChannel, float** rightChannel, int numSamples)
 {
     // The plug-in's own setting, so that tests, benchmarks and hosts compute alike.
@@ -684,7 +669,17 @@ void VantriceCore::literalMono (float* l, int numSamples) noexcept
             advanceRing (left.fifoRead, fifoSize);
         }
 
-        meterMono (leftOut);
+        // One meter for both sides, and a signed envelope test.
+        const double m = meterPosition (leftOut);
+        if (m > left.meterPeak)
+            left.meterPeak = m;
+        left.meterPeak = meterDecay * left.meterPeak + 1e-20;
+        right.meterPeak = left.meterPeak;
+        left.envelope = (meterDecay + 1e-20) * left.envelope;
+        if (leftOut > left.envelope)
+            left.envelope = leftOut;
+        if (2e-5 > left.envelope)
+            left.active = false;
 
         if (fadeActive && runFadeStep (rateInfo))
             leftOut *= fadeGain;

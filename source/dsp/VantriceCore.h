@@ -144,7 +144,6 @@ private:
     void runFilter (Channel& c, double& u, int type) noexcept;
     double mixChannel (const Channel& c, double out) const noexcept;
     void meterStereo (Channel& c, double o) noexcept;
-    void meterMono (double o) noexcept;
     void resetConversion();
     void resetMeters();
     void recomputeRate (Channel& c, double rawRate, double rawAntiAlias) noexcept;
