@@ -342,71 +342,83 @@ VANTRICE_AVX2 VANTRICE_INLINE void transpose4 (__m256d& v0, __m256d& v1, __m256d
     v3 = _mm256_permute2f128_pd (a1, a3, 0x31);
 }
 
-/** Four jobs' sums over `taps`; `a` is a chain of dependent adds per lane. */
-VANTRICE_AVX2 VANTRICE_INLINE __m256d dotGroup4 (const double* const* x, const double* const* h,
-                                                 int taps) noexcept
+/** Groups of four jobs, each group a vector whose lanes are chains of dependent adds. Each add waits for
+    the one before it, so several groups at once keep the adders busy. */
+template <int groups>
+VANTRICE_AVX2 VANTRICE_INLINE void dotGroups (const SignalKernels::DotJob* jobs, int numJobs, int taps,
+                                              double* results) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
-    __m256d a = _mm256_setzero_pd();
-    int k = 0;
-    for (; k + 4 <= taps; k += 4)
+    const double* x[(std::size_t) (4 * groups)];
+    const double* h[(std::size_t) (4 * groups)];
+    bool together = true;
+    for (int j = 0; j < 4 * groups; ++j)
     {
-        __m256d x0 = _mm256_loadu_pd (x[0] + k), x1 = _mm256_loadu_pd (x[1] + k);
-        __m256d x2 = _mm256_loadu_pd (x[2] + k), x3 = _mm256_loadu_pd (x[3] + k);
-        __m256d h0 = _mm256_loadu_pd (h[0] + k), h1 = _mm256_loadu_pd (h[1] + k);
-        __m256d h2 = _mm256_loadu_pd (h[2] + k), h3 = _mm256_loadu_pd (h[3] + k);
-        transpose4 (x0, x1, x2, x3);
-        transpose4 (h0, h1, h2, h3);
-        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x0, h0)), g);
-        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x1, h1)), g);
-        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x2, h2)), g);
-        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x3, h3)), g);
+        const bool real = j < numJobs;
+        x[j] = real ? jobs[j].data : zeroTaps;
+        h[j] = real ? jobs[j].coefficients : zeroTaps;
+        if (j % 4 != 0)
+            together = together && h[j] == h[j - 1] && x[j] == x[j - 1] + 1;
     }
-    for (; k < taps; ++k)
+
+    __m256d a[(std::size_t) groups];
+    for (int c = 0; c < groups; ++c)
+        a[c] = _mm256_setzero_pd();
+
+    if (together)
     {
-        const __m256d xk = _mm256_set_pd (x[3][k], x[2][k], x[1][k], x[0][k]);
-        const __m256d hk = _mm256_set_pd (h[3][k], h[2][k], h[1][k], h[0][k]);
-        a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (xk, hk)), g);
+        // Holds in consecutive samples at the same fraction: one filter, the data one sample apart.
+        for (int k = 0; k < taps; ++k)
+            for (int c = 0; c < groups; ++c)
+                a[c] =
+                    _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (_mm256_loadu_pd (x[4 * c] + k),
+                                                                       _mm256_broadcast_sd (h[4 * c] + k))),
+                                   g);
     }
-    return a;
+    else
+    {
+        int k = 0;
+        for (; k + 4 <= taps; k += 4)
+            for (int c = 0; c < groups; ++c)
+            {
+                const double* const* xc = x + 4 * c;
+                const double* const* hc = h + 4 * c;
+                __m256d x0 = _mm256_loadu_pd (xc[0] + k), x1 = _mm256_loadu_pd (xc[1] + k);
+                __m256d x2 = _mm256_loadu_pd (xc[2] + k), x3 = _mm256_loadu_pd (xc[3] + k);
+                __m256d h0 = _mm256_loadu_pd (hc[0] + k), h1 = _mm256_loadu_pd (hc[1] + k);
+                __m256d h2 = _mm256_loadu_pd (hc[2] + k), h3 = _mm256_loadu_pd (hc[3] + k);
+                transpose4 (x0, x1, x2, x3);
+                transpose4 (h0, h1, h2, h3);
+                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x0, h0)), g);
+                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x1, h1)), g);
+                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x2, h2)), g);
+                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x3, h3)), g);
+            }
+        for (; k < taps; ++k)
+            for (int c = 0; c < groups; ++c)
+            {
+                const double* const* xc = x + 4 * c;
+                const double* const* hc = h + 4 * c;
+                const __m256d xk = _mm256_set_pd (xc[3][k], xc[2][k], xc[1][k], xc[0][k]);
+                const __m256d hk = _mm256_set_pd (hc[3][k], hc[2][k], hc[1][k], hc[0][k]);
+                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (xk, hk)), g);
+            }
+    }
+
+    alignas (32) double sums[(std::size_t) (4 * groups)];
+    for (int c = 0; c < groups; ++c)
+        _mm256_store_pd (sums + 4 * c, a[c]);
+    std::copy (sums, sums + std::min (4 * groups, numJobs), results);
 }
 
 VANTRICE_AVX2 void dotsAvx2 (const SignalKernels::DotJob* jobs, int numJobs, int taps,
                              double* results) noexcept
 {
-    const __m256d g = _mm256_set1_pd (guard);
-    for (int first = 0; first < numJobs; first += 4)
-    {
-        const double* x[4];
-        const double* h[4];
-        for (int j = 0; j < 4; ++j)
-        {
-            const bool real = first + j < numJobs;
-            x[j] = real ? jobs[first + j].data : zeroTaps;
-            h[j] = real ? jobs[first + j].coefficients : zeroTaps;
-        }
-
-        __m256d a;
-        if (h[1] == h[0] && h[2] == h[0] && h[3] == h[0] && x[1] == x[0] + 1 && x[2] == x[0] + 2
-            && x[3] == x[0] + 3)
-        {
-            // Holds in consecutive samples at the same fraction: one filter, the data one sample apart.
-            a = _mm256_setzero_pd();
-            for (int k = 0; k < taps; ++k)
-                a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (_mm256_loadu_pd (x[0] + k),
-                                                                    _mm256_broadcast_sd (h[0] + k))),
-                                   g);
-        }
-        else
-        {
-            a = dotGroup4 (x, h, taps);
-        }
-
-        alignas (32) double sums[4];
-        _mm256_store_pd (sums, a);
-        for (int j = 0; j < 4 && first + j < numJobs; ++j)
-            results[first + j] = sums[j];
-    }
+    int first = 0;
+    for (; numJobs - first >= 16; first += 16)
+        dotGroups<4> (jobs + first, 16, taps, results + first);
+    for (; first < numJobs; first += 4)
+        dotGroups<1> (jobs + first, numJobs - first, taps, results + first);
 }
 
 /** Two pair jobs as four lanes: the first job's two signals, then the second's. */
@@ -421,55 +433,63 @@ VANTRICE_AVX2 VANTRICE_INLINE __m256d pairCoefficients (const double* ha, const 
     return _mm256_blend_pd (_mm256_broadcast_sd (ha + k), _mm256_broadcast_sd (hb + k), 0xc);
 }
 
+/** Pairs of pair jobs, each pair a vector of chains of adds; several at once, as for single jobs. */
+template <int vectors>
+VANTRICE_AVX2 VANTRICE_INLINE void pairVectors (const SignalKernels::PairJob* jobs, int numJobs, int taps,
+                                                double* results) noexcept
+{
+    const __m256d g = _mm256_set1_pd (guard);
+    const double* x[(std::size_t) (2 * vectors)];
+    const double* h[(std::size_t) (2 * vectors)];
+    bool together = true;
+    for (int j = 0; j < 2 * vectors; ++j)
+    {
+        const bool real = j < numJobs;
+        x[j] = real ? jobs[j].data : zeroTaps;
+        h[j] = real ? jobs[j].coefficients : zeroTaps;
+        if (j % 2 != 0)
+            together = together && h[j] == h[j - 1] && x[j] == x[j - 1] + 2;
+    }
+
+    __m256d a[(std::size_t) vectors];
+    for (int v = 0; v < vectors; ++v)
+        a[v] = _mm256_setzero_pd();
+
+    if (together)
+    {
+        // Each vector's two jobs share their filter and lie one sample apart: holds in consecutive
+        // samples at the same fraction.
+        for (int k = 0; k < taps; ++k)
+            for (int v = 0; v < vectors; ++v)
+                a[v] =
+                    _mm256_add_pd (_mm256_add_pd (a[v], _mm256_mul_pd (_mm256_loadu_pd (x[2 * v] + 2 * k),
+                                                                       _mm256_broadcast_sd (h[2 * v] + k))),
+                                   g);
+    }
+    else
+    {
+        for (int k = 0; k < taps; ++k)
+            for (int v = 0; v < vectors; ++v)
+                a[v] = _mm256_add_pd (
+                    _mm256_add_pd (a[v], _mm256_mul_pd (pairData (x[2 * v], x[2 * v + 1], k),
+                                                        pairCoefficients (h[2 * v], h[2 * v + 1], k))),
+                    g);
+    }
+
+    alignas (32) double sums[(std::size_t) (4 * vectors)];
+    for (int v = 0; v < vectors; ++v)
+        _mm256_store_pd (sums + 4 * v, a[v]);
+    std::copy (sums, sums + 2 * std::min (2 * vectors, numJobs), results);
+}
+
 VANTRICE_AVX2 void pairDotsAvx2 (const SignalKernels::PairJob* jobs, int numJobs, int taps,
                                  double* results) noexcept
 {
-    // Four pair jobs at a time, in two vectors whose chains of adds interleave.
-    const __m256d g = _mm256_set1_pd (guard);
-    for (int first = 0; first < numJobs; first += 4)
-    {
-        const double* x[4];
-        const double* h[4];
-        for (int j = 0; j < 4; ++j)
-        {
-            const bool real = first + j < numJobs;
-            x[j] = real ? jobs[first + j].data : zeroTaps;
-            h[j] = real ? jobs[first + j].coefficients : zeroTaps;
-        }
-
-        __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
-        if (h[1] == h[0] && h[3] == h[2] && x[1] == x[0] + 2 && x[3] == x[2] + 2)
-        {
-            // Each vector's two jobs share their filter and lie one sample apart: holds in consecutive
-            // samples at the same fraction, or a converter's outputs from one input.
-            for (int k = 0; k < taps; ++k)
-            {
-                a = _mm256_add_pd (
-                    a, _mm256_mul_pd (_mm256_loadu_pd (x[0] + 2 * k), _mm256_broadcast_sd (h[0] + k)));
-                b = _mm256_add_pd (
-                    b, _mm256_mul_pd (_mm256_loadu_pd (x[2] + 2 * k), _mm256_broadcast_sd (h[2] + k)));
-                a = _mm256_add_pd (a, g);
-                b = _mm256_add_pd (b, g);
-            }
-        }
-        else
-        {
-            for (int k = 0; k < taps; ++k)
-            {
-                a = _mm256_add_pd (
-                    a, _mm256_mul_pd (pairData (x[0], x[1], k), pairCoefficients (h[0], h[1], k)));
-                b = _mm256_add_pd (
-                    b, _mm256_mul_pd (pairData (x[2], x[3], k), pairCoefficients (h[2], h[3], k)));
-                a = _mm256_add_pd (a, g);
-                b = _mm256_add_pd (b, g);
-            }
-        }
-
-        alignas (32) double sums[8];
-        _mm256_store_pd (sums, a);
-        _mm256_store_pd (sums + 4, b);
-        std::copy (sums, sums + 2 * std::min (4, numJobs - first), results + 2 * first);
-    }
+    int first = 0;
+    for (; numJobs - first >= 8; first += 8)
+        pairVectors<4> (jobs + first, 8, taps, results + 2 * first);
+    for (; first < numJobs; first += 2)
+        pairVectors<1> (jobs + first, numJobs - first, taps, results + 2 * first);
 }
 
 /** Where four outputs' data lie: side by side, all at one sample, within four samples, or anywhere. */
@@ -487,7 +507,7 @@ struct PhaseData4
     int s[4];
     __m256i picks; // for samples within four: each lane's sample among them, as two 32-bit halves
 
-    VANTRICE_AVX2 VANTRICE_INLINE PhaseData4 (const int* start, int q, int last) noexcept
+    VANTRICE_AVX2 VANTRICE_INLINE void set (const int* start, int q, int last) noexcept
     {
         for (int j = 0; j < 4; ++j)
             s[j] = start[std::min (q + j, last)];
@@ -518,114 +538,139 @@ struct PhaseData4
     }
 };
 
-/** Two chains of adds over the taps: lanes of `da` in `xa` and of `db` in `xb`, filters from `ha`, `hb`. */
-template <Spread spread>
-VANTRICE_AVX2 VANTRICE_INLINE void phaseChains (const PhaseData4& da, const PhaseData4& db, const double* xa,
-                                                const double* xb, const double* ha, const double* hb,
-                                                int stride, int taps, __m256d& a, __m256d& b) noexcept
+/** Chains of adds over the taps: chain c runs the lanes of `d`[c] in `x`[c], with filters from `h`[c]. */
+template <Spread spread, int chains>
+VANTRICE_AVX2 VANTRICE_INLINE void phaseChains (const PhaseData4* const* d, const double* const* x,
+                                                const double* const* h, int stride, int taps,
+                                                __m256d* a) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
     for (int k = 0; k < taps; ++k)
-    {
-        a = _mm256_add_pd (a, _mm256_mul_pd (da.at<spread> (xa, k), _mm256_loadu_pd (ha + k * stride)));
-        b = _mm256_add_pd (b, _mm256_mul_pd (db.at<spread> (xb, k), _mm256_loadu_pd (hb + k * stride)));
-        a = _mm256_add_pd (a, g);
-        b = _mm256_add_pd (b, g);
-    }
+        for (int c = 0; c < chains; ++c)
+            a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (d[c]->at<spread> (x[c], k),
+                                                                      _mm256_loadu_pd (h[c] + k * stride))),
+                                  g);
 }
 
-/** Outputs spread wide in two chains of two outputs, each output's two channels side by side. */
-VANTRICE_AVX2 VANTRICE_INLINE void phasePairs (const PhaseData4& d, const double* pairs, const double* h,
-                                               int stride, int taps, __m256d& a, __m256d& b) noexcept
+/** Groups of outputs spread wide, two chains each: outputs 0 and 1, then 2 and 3, each output's two
+    channels side by side. */
+template <int groups>
+VANTRICE_AVX2 VANTRICE_INLINE void phasePairs (const PhaseData4* d, const double* pairs,
+                                               const double* const* h, int stride, int taps,
+                                               __m256d* a) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
     for (int k = 0; k < taps; ++k)
+        for (int c = 0; c < 2 * groups; ++c)
+        {
+            const int* s = d[c / 2].s + 2 * (c % 2);
+            const __m256d x =
+                _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (s[0] + k))),
+                                      _mm_loadu_pd (pairs + 2 * (s[1] + k)), 1);
+            // Each output's filter tap for both of its lanes.
+            const __m256d hk = _mm256_permute4x64_pd (
+                _mm256_castpd128_pd256 (_mm_loadu_pd (h[c / 2] + k * stride + 2 * (c % 2))), 0x50);
+            a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x, hk)), g);
+        }
+}
+
+/** Groups of four outputs from `q` on, for one channel or both: a chain of adds per group and channel. */
+template <int groups, bool stereo>
+VANTRICE_AVX2 VANTRICE_INLINE void phaseGroups (const SignalKernels::PhaseRun& run, int q) noexcept
+{
+    constexpr int chains = stereo ? 2 * groups : groups;
+    const int last = run.numOutputs - 1;
+    PhaseData4 d[(std::size_t) groups];
+    const double* h[(std::size_t) groups];
+    Spread spread = Spread::neighbours;
+    for (int i = 0; i < groups; ++i)
     {
-        const __m256d xa =
-            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (d.s[0] + k))),
-                                  _mm_loadu_pd (pairs + 2 * (d.s[1] + k)), 1);
-        const __m256d xb =
-            _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (d.s[2] + k))),
-                                  _mm_loadu_pd (pairs + 2 * (d.s[3] + k)), 1);
-        // Each output's filter tap for both of its lanes.
-        const __m256d ha =
-            _mm256_permute4x64_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (h + k * stride)), 0x50);
-        const __m256d hb =
-            _mm256_permute4x64_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (h + k * stride + 2)), 0x50);
-        a = _mm256_add_pd (a, _mm256_mul_pd (xa, ha));
-        b = _mm256_add_pd (b, _mm256_mul_pd (xb, hb));
-        a = _mm256_add_pd (a, g);
-        b = _mm256_add_pd (b, g);
+        const int first = std::min (q + 4 * i, last);
+        d[i].set (run.start, first, last);
+        h[i] = run.tapMajor + run.phase[first];
+        spread = i == 0 || d[i].spread == spread ? d[i].spread : Spread::any;
+    }
+
+    __m256d a[(std::size_t) chains];
+    for (int c = 0; c < chains; ++c)
+        a[c] = _mm256_setzero_pd();
+    alignas (32) double sums[(std::size_t) (4 * chains)];
+
+    if (stereo && spread == Spread::any && run.pairs != nullptr)
+    {
+        phasePairs<groups> (d, run.pairs, h, run.tapStride, run.taps, a);
+        for (int c = 0; c < chains; ++c)
+            _mm256_store_pd (sums + 4 * c, a[c]);
+        for (int j = 0; j < 4 * groups && q + j < run.numOutputs; ++j)
+        {
+            run.resultA[q + j] = sums[2 * j];
+            run.resultB[q + j] = sums[2 * j + 1];
+        }
+        return;
+    }
+
+    const PhaseData4* dc[(std::size_t) chains];
+    const double* xc[(std::size_t) chains];
+    const double* hc[(std::size_t) chains];
+    for (int c = 0; c < chains; ++c)
+    {
+        const int group = stereo ? c / 2 : c;
+        dc[c] = d + group;
+        xc[c] = stereo && c % 2 != 0 ? run.dataB : run.dataA;
+        hc[c] = h[group];
+    }
+    switch (spread)
+    {
+        case Spread::neighbours:
+            phaseChains<Spread::neighbours, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            break;
+        case Spread::one:
+            phaseChains<Spread::one, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            break;
+        case Spread::near:
+            phaseChains<Spread::near, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            break;
+        case Spread::any:
+        default:
+            phaseChains<Spread::any, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            break;
+    }
+
+    for (int c = 0; c < chains; ++c)
+        _mm256_store_pd (sums + 4 * c, a[c]);
+    for (int j = 0; j < 4 * groups && q + j < run.numOutputs; ++j)
+    {
+        const int group = j / 4;
+        if (stereo)
+        {
+            run.resultA[q + j] = sums[4 * (2 * group) + j % 4];
+            run.resultB[q + j] = sums[4 * (2 * group + 1) + j % 4];
+        }
+        else
+        {
+            run.resultA[q + j] = sums[j];
+        }
     }
 }
 
 VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
 {
     // Four outputs in a row as lanes: their phases are neighbours in the tap-major table, so one load
-    // gives all four filters' tap. Both channels take the same filters, as two chains of adds; with one
-    // channel, two groups of outputs make the two chains.
-    const bool stereo = run.dataB != nullptr;
-    const int step = stereo ? 4 : 8;
-    const int last = run.numOutputs - 1;
-    for (int q = 0; q < run.numOutputs; q += step)
+    // gives all four filters' tap, for both channels. Four chains of adds at a time keep the adders busy.
+    int q = 0;
+    if (run.dataB != nullptr)
     {
-        const PhaseData4 first (run.start, q, last);
-        const PhaseData4 second (run.start, std::min (q + 4, last), last);
-        const PhaseData4& db = stereo ? first : second;
-        const double* xb = stereo ? run.dataB : run.dataA;
-        const double* ha = run.tapMajor + run.phase[q];
-        const double* hb = stereo ? ha : run.tapMajor + run.phase[std::min (q + 4, last)];
-
-        __m256d a = _mm256_setzero_pd(), b = _mm256_setzero_pd();
-        const Spread spread = first.spread == db.spread ? first.spread : Spread::any;
-        if (stereo && spread == Spread::any && run.pairs != nullptr)
-        {
-            phasePairs (first, run.pairs, ha, run.tapStride, run.taps, a, b);
-            alignas (32) double sums[8];
-            _mm256_store_pd (sums, a);
-            _mm256_store_pd (sums + 4, b);
-            for (int j = 0; j < 4 && q + j < run.numOutputs; ++j)
-            {
-                run.resultA[q + j] = sums[2 * j];
-                run.resultB[q + j] = sums[2 * j + 1];
-            }
-            continue;
-        }
-
-        switch (spread)
-        {
-            case Spread::neighbours:
-                phaseChains<Spread::neighbours> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a,
-                                                 b);
-                break;
-            case Spread::one:
-                phaseChains<Spread::one> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
-                break;
-            case Spread::near:
-                phaseChains<Spread::near> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
-                break;
-            case Spread::any:
-            default:
-                phaseChains<Spread::any> (first, db, run.dataA, xb, ha, hb, run.tapStride, run.taps, a, b);
-                break;
-        }
-
-        alignas (32) double sums[8];
-        _mm256_store_pd (sums, a);
-        _mm256_store_pd (sums + 4, b);
-        if (stereo)
-        {
-            for (int j = 0; j < 4 && q + j < run.numOutputs; ++j)
-            {
-                run.resultA[q + j] = sums[j];
-                run.resultB[q + j] = sums[4 + j];
-            }
-        }
-        else
-        {
-            for (int j = 0; j < 8 && q + j < run.numOutputs; ++j)
-                run.resultA[q + j] = sums[j];
-        }
+        for (; run.numOutputs - q >= 8; q += 8)
+            phaseGroups<2, true> (run, q);
+        for (; q < run.numOutputs; q += 4)
+            phaseGroups<1, true> (run, q);
+    }
+    else
+    {
+        for (; run.numOutputs - q >= 16; q += 16)
+            phaseGroups<4, false> (run, q);
+        for (; q < run.numOutputs; q += 4)
+            phaseGroups<1, false> (run, q);
     }
 }
 
