@@ -342,17 +342,46 @@ VANTRICE_AVX2 VANTRICE_INLINE void transpose4 (__m256d& v0, __m256d& v1, __m256d
     v3 = _mm256_permute2f128_pd (a1, a3, 0x31);
 }
 
-/** Groups of four jobs, each group a vector whose lanes are chains of dependent adds. Each add waits for
-    the one before it, so several groups at once keep the adders busy. */
-template <int groups>
+/** One tap of a chain of adds: a = a + x h + 1e-20, lane by lane. */
+VANTRICE_AVX2 VANTRICE_INLINE void chainTap (__m256d& a, __m256d x, __m256d h, __m256d g) noexcept
+{
+    a = _mm256_add_pd (_mm256_add_pd (a, _mm256_mul_pd (x, h)), g);
+}
+
+/** Four transposed taps of a group of four jobs, from `k` on. */
+VANTRICE_AVX2 VANTRICE_INLINE void groupTaps (__m256d& a, const double* const* x, const double* const* h,
+                                              int k, __m256d g) noexcept
+{
+    __m256d x0 = _mm256_loadu_pd (x[0] + k), x1 = _mm256_loadu_pd (x[1] + k);
+    __m256d x2 = _mm256_loadu_pd (x[2] + k), x3 = _mm256_loadu_pd (x[3] + k);
+    __m256d h0 = _mm256_loadu_pd (h[0] + k), h1 = _mm256_loadu_pd (h[1] + k);
+    __m256d h2 = _mm256_loadu_pd (h[2] + k), h3 = _mm256_loadu_pd (h[3] + k);
+    transpose4 (x0, x1, x2, x3);
+    transpose4 (h0, h1, h2, h3);
+    chainTap (a, x0, h0, g);
+    chainTap (a, x1, h1, g);
+    chainTap (a, x2, h2, g);
+    chainTap (a, x3, h3, g);
+}
+
+/** One tap of a group of four jobs, lane by lane. */
+VANTRICE_AVX2 VANTRICE_INLINE void groupTap (__m256d& a, const double* const* x, const double* const* h,
+                                             int k, __m256d g) noexcept
+{
+    chainTap (a, _mm256_set_pd (x[3][k], x[2][k], x[1][k], x[0][k]),
+              _mm256_set_pd (h[3][k], h[2][k], h[1][k], h[0][k]), g);
+}
+
+/** Up to sixteen jobs as four groups of four, each group a vector whose lanes are chains of dependent
+    adds. Each add waits for the one before it; four chains at once keep the adders busy. */
 VANTRICE_AVX2 VANTRICE_INLINE void dotGroups (const SignalKernels::DotJob* jobs, int numJobs, int taps,
                                               double* results) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
-    const double* x[(std::size_t) (4 * groups)];
-    const double* h[(std::size_t) (4 * groups)];
+    const double* x[16];
+    const double* h[16];
     bool together = true;
-    for (int j = 0; j < 4 * groups; ++j)
+    for (int j = 0; j < 16; ++j)
     {
         const bool real = j < numJobs;
         x[j] = real ? jobs[j].data : zeroTaps;
@@ -361,64 +390,50 @@ VANTRICE_AVX2 VANTRICE_INLINE void dotGroups (const SignalKernels::DotJob* jobs,
             together = together && h[j] == h[j - 1] && x[j] == x[j - 1] + 1;
     }
 
-    __m256d a[(std::size_t) groups];
-    for (int c = 0; c < groups; ++c)
-        a[c] = _mm256_setzero_pd();
-
+    __m256d a0 = _mm256_setzero_pd(), a1 = a0, a2 = a0, a3 = a0;
     if (together)
     {
         // Holds in consecutive samples at the same fraction: one filter, the data one sample apart.
         for (int k = 0; k < taps; ++k)
-            for (int c = 0; c < groups; ++c)
-                a[c] =
-                    _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (_mm256_loadu_pd (x[4 * c] + k),
-                                                                       _mm256_broadcast_sd (h[4 * c] + k))),
-                                   g);
+        {
+            chainTap (a0, _mm256_loadu_pd (x[0] + k), _mm256_broadcast_sd (h[0] + k), g);
+            chainTap (a1, _mm256_loadu_pd (x[4] + k), _mm256_broadcast_sd (h[4] + k), g);
+            chainTap (a2, _mm256_loadu_pd (x[8] + k), _mm256_broadcast_sd (h[8] + k), g);
+            chainTap (a3, _mm256_loadu_pd (x[12] + k), _mm256_broadcast_sd (h[12] + k), g);
+        }
     }
     else
     {
         int k = 0;
         for (; k + 4 <= taps; k += 4)
-            for (int c = 0; c < groups; ++c)
-            {
-                const double* const* xc = x + 4 * c;
-                const double* const* hc = h + 4 * c;
-                __m256d x0 = _mm256_loadu_pd (xc[0] + k), x1 = _mm256_loadu_pd (xc[1] + k);
-                __m256d x2 = _mm256_loadu_pd (xc[2] + k), x3 = _mm256_loadu_pd (xc[3] + k);
-                __m256d h0 = _mm256_loadu_pd (hc[0] + k), h1 = _mm256_loadu_pd (hc[1] + k);
-                __m256d h2 = _mm256_loadu_pd (hc[2] + k), h3 = _mm256_loadu_pd (hc[3] + k);
-                transpose4 (x0, x1, x2, x3);
-                transpose4 (h0, h1, h2, h3);
-                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x0, h0)), g);
-                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x1, h1)), g);
-                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x2, h2)), g);
-                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x3, h3)), g);
-            }
+        {
+            groupTaps (a0, x, h, k, g);
+            groupTaps (a1, x + 4, h + 4, k, g);
+            groupTaps (a2, x + 8, h + 8, k, g);
+            groupTaps (a3, x + 12, h + 12, k, g);
+        }
         for (; k < taps; ++k)
-            for (int c = 0; c < groups; ++c)
-            {
-                const double* const* xc = x + 4 * c;
-                const double* const* hc = h + 4 * c;
-                const __m256d xk = _mm256_set_pd (xc[3][k], xc[2][k], xc[1][k], xc[0][k]);
-                const __m256d hk = _mm256_set_pd (hc[3][k], hc[2][k], hc[1][k], hc[0][k]);
-                a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (xk, hk)), g);
-            }
+        {
+            groupTap (a0, x, h, k, g);
+            groupTap (a1, x + 4, h + 4, k, g);
+            groupTap (a2, x + 8, h + 8, k, g);
+            groupTap (a3, x + 12, h + 12, k, g);
+        }
     }
 
-    alignas (32) double sums[(std::size_t) (4 * groups)];
-    for (int c = 0; c < groups; ++c)
-        _mm256_store_pd (sums + 4 * c, a[c]);
-    std::copy (sums, sums + std::min (4 * groups, numJobs), results);
+    alignas (32) double sums[16];
+    _mm256_store_pd (sums, a0);
+    _mm256_store_pd (sums + 4, a1);
+    _mm256_store_pd (sums + 8, a2);
+    _mm256_store_pd (sums + 12, a3);
+    std::copy (sums, sums + std::min (16, numJobs), results);
 }
 
 VANTRICE_AVX2 void dotsAvx2 (const SignalKernels::DotJob* jobs, int numJobs, int taps,
                              double* results) noexcept
 {
-    int first = 0;
-    for (; numJobs - first >= 16; first += 16)
-        dotGroups<4> (jobs + first, 16, taps, results + first);
-    for (; first < numJobs; first += 4)
-        dotGroups<1> (jobs + first, numJobs - first, taps, results + first);
+    for (int first = 0; first < numJobs; first += 16)
+        dotGroups (jobs + first, numJobs - first, taps, results + first);
 }
 
 /** Two pair jobs as four lanes: the first job's two signals, then the second's. */
@@ -433,16 +448,15 @@ VANTRICE_AVX2 VANTRICE_INLINE __m256d pairCoefficients (const double* ha, const 
     return _mm256_blend_pd (_mm256_broadcast_sd (ha + k), _mm256_broadcast_sd (hb + k), 0xc);
 }
 
-/** Pairs of pair jobs, each pair a vector of chains of adds; several at once, as for single jobs. */
-template <int vectors>
+/** Up to eight pair jobs as four vectors of two jobs each, four chains of adds at once. */
 VANTRICE_AVX2 VANTRICE_INLINE void pairVectors (const SignalKernels::PairJob* jobs, int numJobs, int taps,
                                                 double* results) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
-    const double* x[(std::size_t) (2 * vectors)];
-    const double* h[(std::size_t) (2 * vectors)];
+    const double* x[8];
+    const double* h[8];
     bool together = true;
-    for (int j = 0; j < 2 * vectors; ++j)
+    for (int j = 0; j < 8; ++j)
     {
         const bool real = j < numJobs;
         x[j] = real ? jobs[j].data : zeroTaps;
@@ -451,45 +465,43 @@ VANTRICE_AVX2 VANTRICE_INLINE void pairVectors (const SignalKernels::PairJob* jo
             together = together && h[j] == h[j - 1] && x[j] == x[j - 1] + 2;
     }
 
-    __m256d a[(std::size_t) vectors];
-    for (int v = 0; v < vectors; ++v)
-        a[v] = _mm256_setzero_pd();
-
+    __m256d a0 = _mm256_setzero_pd(), a1 = a0, a2 = a0, a3 = a0;
     if (together)
     {
         // Each vector's two jobs share their filter and lie one sample apart: holds in consecutive
         // samples at the same fraction.
         for (int k = 0; k < taps; ++k)
-            for (int v = 0; v < vectors; ++v)
-                a[v] =
-                    _mm256_add_pd (_mm256_add_pd (a[v], _mm256_mul_pd (_mm256_loadu_pd (x[2 * v] + 2 * k),
-                                                                       _mm256_broadcast_sd (h[2 * v] + k))),
-                                   g);
+        {
+            chainTap (a0, _mm256_loadu_pd (x[0] + 2 * k), _mm256_broadcast_sd (h[0] + k), g);
+            chainTap (a1, _mm256_loadu_pd (x[2] + 2 * k), _mm256_broadcast_sd (h[2] + k), g);
+            chainTap (a2, _mm256_loadu_pd (x[4] + 2 * k), _mm256_broadcast_sd (h[4] + k), g);
+            chainTap (a3, _mm256_loadu_pd (x[6] + 2 * k), _mm256_broadcast_sd (h[6] + k), g);
+        }
     }
     else
     {
         for (int k = 0; k < taps; ++k)
-            for (int v = 0; v < vectors; ++v)
-                a[v] = _mm256_add_pd (
-                    _mm256_add_pd (a[v], _mm256_mul_pd (pairData (x[2 * v], x[2 * v + 1], k),
-                                                        pairCoefficients (h[2 * v], h[2 * v + 1], k))),
-                    g);
+        {
+            chainTap (a0, pairData (x[0], x[1], k), pairCoefficients (h[0], h[1], k), g);
+            chainTap (a1, pairData (x[2], x[3], k), pairCoefficients (h[2], h[3], k), g);
+            chainTap (a2, pairData (x[4], x[5], k), pairCoefficients (h[4], h[5], k), g);
+            chainTap (a3, pairData (x[6], x[7], k), pairCoefficients (h[6], h[7], k), g);
+        }
     }
 
-    alignas (32) double sums[(std::size_t) (4 * vectors)];
-    for (int v = 0; v < vectors; ++v)
-        _mm256_store_pd (sums + 4 * v, a[v]);
-    std::copy (sums, sums + 2 * std::min (2 * vectors, numJobs), results);
+    alignas (32) double sums[16];
+    _mm256_store_pd (sums, a0);
+    _mm256_store_pd (sums + 4, a1);
+    _mm256_store_pd (sums + 8, a2);
+    _mm256_store_pd (sums + 12, a3);
+    std::copy (sums, sums + 2 * std::min (8, numJobs), results);
 }
 
 VANTRICE_AVX2 void pairDotsAvx2 (const SignalKernels::PairJob* jobs, int numJobs, int taps,
                                  double* results) noexcept
 {
-    int first = 0;
-    for (; numJobs - first >= 8; first += 8)
-        pairVectors<4> (jobs + first, 8, taps, results + 2 * first);
-    for (; first < numJobs; first += 2)
-        pairVectors<1> (jobs + first, numJobs - first, taps, results + 2 * first);
+    for (int first = 0; first < numJobs; first += 8)
+        pairVectors (jobs + first, numJobs - first, taps, results + 2 * first);
 }
 
 /** Where four outputs' data lie: side by side, all at one sample, within four samples, or anywhere. */
@@ -538,47 +550,67 @@ struct PhaseData4
     }
 };
 
-/** Chains of adds over the taps: chain c runs the lanes of `d`[c] in `x`[c], with filters from `h`[c]. */
-template <Spread spread, int chains>
+/** Four chains of adds over the taps: chain c runs the lanes of `d`[c] in `x`[c], with filters from `h`[c].
+ */
+template <Spread spread>
 VANTRICE_AVX2 VANTRICE_INLINE void phaseChains (const PhaseData4* const* d, const double* const* x,
                                                 const double* const* h, int stride, int taps,
                                                 __m256d* a) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
+    __m256d a0 = a[0], a1 = a[1], a2 = a[2], a3 = a[3];
     for (int k = 0; k < taps; ++k)
-        for (int c = 0; c < chains; ++c)
-            a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (d[c]->at<spread> (x[c], k),
-                                                                      _mm256_loadu_pd (h[c] + k * stride))),
-                                  g);
+    {
+        chainTap (a0, d[0]->at<spread> (x[0], k), _mm256_loadu_pd (h[0] + k * stride), g);
+        chainTap (a1, d[1]->at<spread> (x[1], k), _mm256_loadu_pd (h[1] + k * stride), g);
+        chainTap (a2, d[2]->at<spread> (x[2], k), _mm256_loadu_pd (h[2] + k * stride), g);
+        chainTap (a3, d[3]->at<spread> (x[3], k), _mm256_loadu_pd (h[3] + k * stride), g);
+    }
+    a[0] = a0;
+    a[1] = a1;
+    a[2] = a2;
+    a[3] = a3;
 }
 
-/** Groups of outputs spread wide, two chains each: outputs 0 and 1, then 2 and 3, each output's two
-    channels side by side. */
-template <int groups>
-VANTRICE_AVX2 VANTRICE_INLINE void phasePairs (const PhaseData4* d, const double* pairs,
-                                               const double* const* h, int stride, int taps,
-                                               __m256d* a) noexcept
+/** Two pairs of outputs spread wide, lanes of the outputs' two channels side by side: a chain of adds for
+    outputs 0 and 1 and one for outputs 2 and 3 of each group. */
+VANTRICE_AVX2 VANTRICE_INLINE __m256d widePair (const int* s, const double* pairs, int k) noexcept
+{
+    return _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (s[0] + k))),
+                                 _mm_loadu_pd (pairs + 2 * (s[1] + k)), 1);
+}
+
+VANTRICE_AVX2 VANTRICE_INLINE __m256d widePairTap (const double* h, int k, int stride, int offset) noexcept
+{
+    // Each output's filter tap for both of its lanes.
+    return _mm256_permute4x64_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (h + k * stride + offset)), 0x50);
+}
+
+VANTRICE_AVX2 VANTRICE_INLINE void phasePairs (const PhaseData4& d0, const PhaseData4& d1,
+                                               const double* pairs, const double* h0, const double* h1,
+                                               int stride, int taps, __m256d* a) noexcept
 {
     const __m256d g = _mm256_set1_pd (guard);
+    __m256d a0 = a[0], a1 = a[1], a2 = a[2], a3 = a[3];
     for (int k = 0; k < taps; ++k)
-        for (int c = 0; c < 2 * groups; ++c)
-        {
-            const int* s = d[c / 2].s + 2 * (c % 2);
-            const __m256d x =
-                _mm256_insertf128_pd (_mm256_castpd128_pd256 (_mm_loadu_pd (pairs + 2 * (s[0] + k))),
-                                      _mm_loadu_pd (pairs + 2 * (s[1] + k)), 1);
-            // Each output's filter tap for both of its lanes.
-            const __m256d hk = _mm256_permute4x64_pd (
-                _mm256_castpd128_pd256 (_mm_loadu_pd (h[c / 2] + k * stride + 2 * (c % 2))), 0x50);
-            a[c] = _mm256_add_pd (_mm256_add_pd (a[c], _mm256_mul_pd (x, hk)), g);
-        }
+    {
+        chainTap (a0, widePair (d0.s, pairs, k), widePairTap (h0, k, stride, 0), g);
+        chainTap (a1, widePair (d0.s + 2, pairs, k), widePairTap (h0, k, stride, 2), g);
+        chainTap (a2, widePair (d1.s, pairs, k), widePairTap (h1, k, stride, 0), g);
+        chainTap (a3, widePair (d1.s + 2, pairs, k), widePairTap (h1, k, stride, 2), g);
+    }
+    a[0] = a0;
+    a[1] = a1;
+    a[2] = a2;
+    a[3] = a3;
 }
 
-/** Groups of four outputs from `q` on, for one channel or both: a chain of adds per group and channel. */
-template <int groups, bool stereo>
+/** Four chains of adds from output `q` on: two groups of four outputs for both channels, or four groups
+    for one. Each add waits for the one before it; four chains at once keep the adders busy. */
+template <bool stereo>
 VANTRICE_AVX2 VANTRICE_INLINE void phaseGroups (const SignalKernels::PhaseRun& run, int q) noexcept
 {
-    constexpr int chains = stereo ? 2 * groups : groups;
+    constexpr int groups = stereo ? 2 : 4;
     const int last = run.numOutputs - 1;
     PhaseData4 d[(std::size_t) groups];
     const double* h[(std::size_t) groups];
@@ -588,20 +620,23 @@ VANTRICE_AVX2 VANTRICE_INLINE void phaseGroups (const SignalKernels::PhaseRun& r
         const int first = std::min (q + 4 * i, last);
         d[i].set (run.start, first, last);
         h[i] = run.tapMajor + run.phase[first];
-        spread = i == 0 || d[i].spread == spread ? d[i].spread : Spread::any;
+        // Groups that lie differently share the wider way: side by side and at one sample are both within
+        // four samples.
+        if (i == 0 || d[i].spread == spread)
+            spread = d[i].spread;
+        else
+            spread = spread == Spread::any || d[i].spread == Spread::any ? Spread::any : Spread::near;
     }
 
-    __m256d a[(std::size_t) chains];
-    for (int c = 0; c < chains; ++c)
-        a[c] = _mm256_setzero_pd();
-    alignas (32) double sums[(std::size_t) (4 * chains)];
+    __m256d a[4] = { _mm256_setzero_pd(), _mm256_setzero_pd(), _mm256_setzero_pd(), _mm256_setzero_pd() };
+    alignas (32) double sums[16];
 
     if (stereo && spread == Spread::any && run.pairs != nullptr)
     {
-        phasePairs<groups> (d, run.pairs, h, run.tapStride, run.taps, a);
-        for (int c = 0; c < chains; ++c)
+        phasePairs (d[0], d[1], run.pairs, h[0], h[1], run.tapStride, run.taps, a);
+        for (int c = 0; c < 4; ++c)
             _mm256_store_pd (sums + 4 * c, a[c]);
-        for (int j = 0; j < 4 * groups && q + j < run.numOutputs; ++j)
+        for (int j = 0; j < 8 && q + j < run.numOutputs; ++j)
         {
             run.resultA[q + j] = sums[2 * j];
             run.resultB[q + j] = sums[2 * j + 1];
@@ -609,10 +644,11 @@ VANTRICE_AVX2 VANTRICE_INLINE void phaseGroups (const SignalKernels::PhaseRun& r
         return;
     }
 
-    const PhaseData4* dc[(std::size_t) chains];
-    const double* xc[(std::size_t) chains];
-    const double* hc[(std::size_t) chains];
-    for (int c = 0; c < chains; ++c)
+    // Both channels of a group share its filters; chains 0 and 1 are the first group's.
+    const PhaseData4* dc[4];
+    const double* xc[4];
+    const double* hc[4];
+    for (int c = 0; c < 4; ++c)
     {
         const int group = stereo ? c / 2 : c;
         dc[c] = d + group;
@@ -622,29 +658,28 @@ VANTRICE_AVX2 VANTRICE_INLINE void phaseGroups (const SignalKernels::PhaseRun& r
     switch (spread)
     {
         case Spread::neighbours:
-            phaseChains<Spread::neighbours, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            phaseChains<Spread::neighbours> (dc, xc, hc, run.tapStride, run.taps, a);
             break;
         case Spread::one:
-            phaseChains<Spread::one, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            phaseChains<Spread::one> (dc, xc, hc, run.tapStride, run.taps, a);
             break;
         case Spread::near:
-            phaseChains<Spread::near, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            phaseChains<Spread::near> (dc, xc, hc, run.tapStride, run.taps, a);
             break;
         case Spread::any:
         default:
-            phaseChains<Spread::any, chains> (dc, xc, hc, run.tapStride, run.taps, a);
+            phaseChains<Spread::any> (dc, xc, hc, run.tapStride, run.taps, a);
             break;
     }
 
-    for (int c = 0; c < chains; ++c)
+    for (int c = 0; c < 4; ++c)
         _mm256_store_pd (sums + 4 * c, a[c]);
     for (int j = 0; j < 4 * groups && q + j < run.numOutputs; ++j)
     {
-        const int group = j / 4;
         if (stereo)
         {
-            run.resultA[q + j] = sums[4 * (2 * group) + j % 4];
-            run.resultB[q + j] = sums[4 * (2 * group + 1) + j % 4];
+            run.resultA[q + j] = sums[8 * (j / 4) + j % 4];
+            run.resultB[q + j] = sums[8 * (j / 4) + 4 + j % 4];
         }
         else
         {
@@ -656,21 +691,14 @@ VANTRICE_AVX2 VANTRICE_INLINE void phaseGroups (const SignalKernels::PhaseRun& r
 VANTRICE_AVX2 void phaseDotsAvx2 (const SignalKernels::PhaseRun& run) noexcept
 {
     // Four outputs in a row as lanes: their phases are neighbours in the tap-major table, so one load
-    // gives all four filters' tap, for both channels. Four chains of adds at a time keep the adders busy.
-    int q = 0;
-    if (run.dataB != nullptr)
+    // gives all four filters' tap, for both channels.
+    const int step = run.dataB != nullptr ? 8 : 16;
+    for (int q = 0; q < run.numOutputs; q += step)
     {
-        for (; run.numOutputs - q >= 8; q += 8)
-            phaseGroups<2, true> (run, q);
-        for (; q < run.numOutputs; q += 4)
-            phaseGroups<1, true> (run, q);
-    }
-    else
-    {
-        for (; run.numOutputs - q >= 16; q += 16)
-            phaseGroups<4, false> (run, q);
-        for (; q < run.numOutputs; q += 4)
-            phaseGroups<1, false> (run, q);
+        if (run.dataB != nullptr)
+            phaseGroups<true> (run, q);
+        else
+            phaseGroups<false> (run, q);
     }
 }
 
