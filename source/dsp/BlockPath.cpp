@@ -14,7 +14,9 @@ constexpr int history = RateConverter::historyLength;
 constexpr int maxHostRun = BlockPath::maxHostRun;
 // Host rates down to half the core rate give up to two core samples per host sample.
 constexpr int maxCoreRun = 2 * maxHostRun;
-constexpr int maxHostOutputs = maxCoreRun * RateConverter::maxOutputsPerCall;
+// The out-converter gives about one output per host sample; a stretch's count is off by at most a burst
+// at either end.
+constexpr int maxHostOutputs = maxHostRun + 2 * RateConverter::maxOutputsPerCall;
 // The dry sample the mix takes: 21 core samples old, the delay of the crushed path.
 constexpr int dryAge = 21;
 constexpr int filterOff = 4;
@@ -245,8 +247,9 @@ struct BlockPath::Buffers
     double crushPairs[2 * (ringSize + maxCoreRun)];
     double inPairs[2 * (history + maxHostRun)];
 
-    int inputOf[maxHostOutputs]; // the input each converter output follows
-    int phases[maxHostOutputs];
+    // For either converter's outputs: the input each follows, and its phase.
+    int inputOf[std::max (maxCoreRun, maxHostOutputs)];
+    int phases[std::max (maxCoreRun, maxHostOutputs)];
     // The sinc reads: a hold in each channel per core sample at most.
     SignalKernels::DotJob jobs[2 * maxCoreRun];
     SignalKernels::PairJob pairJobs[maxCoreRun];
@@ -407,6 +410,7 @@ void BlockPath::convertOut (int n, int m, bool stereo) noexcept
     auto& b = *buffers;
     auto& out = *core.left.outConv;
     const int total = out.schedule (m, b.inputOf, b.phases);
+    jassert (total <= maxHostOutputs);
     out.copyHistory (b.left.coreOut);
     if (stereo)
     {

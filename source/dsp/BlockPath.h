@@ -30,9 +30,9 @@ public:
     void useKernels (const SignalKernels& k) noexcept { kernels = &k; }
     const SignalKernels& getKernels() const noexcept { return *kernels; }
 
-    /** Host samples per stretch: enough to spread a stretch's fixed costs, few enough that its working
-        set stays in the first-level cache. */
-    static constexpr int maxHostRun = 128;
+    /** Host samples per stretch: enough to spread a stretch's fixed costs (the histories, the guards)
+        over many samples, few enough that its working set stays in the second-level cache. */
+    static constexpr int maxHostRun = 256;
 
 private:
     struct Side;

@@ -77,7 +77,7 @@ std::string nameOf (const ::testing::TestParamInfo<DifferentialCase>& info)
 std::vector<DifferentialCase> differentialCases()
 {
     std::vector<DifferentialCase> cases;
-    for (double rate : { 44100.0, 48000.0, 96000.0, 192000.0, 32000.0, 88200.0 })
+    for (double rate : { 44100.0, 48000.0, 96000.0, 192000.0, 32000.0, 88200.0, 22050.0 })
         for (int s = 0; s < (int) settings().size(); ++s)
             cases.push_back ({ rate, s });
     return cases;
