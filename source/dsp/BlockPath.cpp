@@ -19,7 +19,9 @@ constexpr int maxCoreRun = 2 * maxHostRun;
 constexpr int maxHostOutputs = maxHostRun + 2 * RateConverter::maxOutputsPerCall;
 // The dry sample the mix takes: 21 core samples old, the delay of the crushed path.
 constexpr int dryAge = 21;
-constexpr int filterOff = 4;
+constexpr int filterOff = 4; // the filter type that passes the signal unchanged
+// The envelope below which, with silent input, a channel goes dark: about -94 dB.
+constexpr double activityFloor = 2e-5;
 
 static_assert (SignalKernels::numSlots == VantriceCore::numStepSlots, "the kernels' slots are the core's");
 
@@ -327,7 +329,7 @@ bool BlockPath::stereoAllowed (const float* left, const float* right, int n) con
     // The linked stage stands still in a sample where neither channel is active. A channel whose input
     // is not 0 is active; one whose envelope cannot fall below the threshold within the stretch stays so.
     // The envelope falls by at most the decay per sample, less a rounding, which the margin covers.
-    const double floorLevel = 2e-5 * (1.0 + 1e-9) / std::pow (core.meterDecay * (1.0 - 1e-15), n);
+    const double floorLevel = activityFloor * (1.0 + 1e-9) / std::pow (core.meterDecay * (1.0 - 1e-15), n);
     for (const auto* c : { &core.left, &core.right })
         if (c->active && c->envelope >= floorLevel)
             return true;
@@ -382,12 +384,9 @@ int BlockPath::convertIn (int n, bool stereo) noexcept
     in.copyHistory (b.left.in);
     if (stereo)
     {
+        // Outputs spread wide read both channels side by side.
         core.right.inConv->copyHistory (b.right.in);
         core.right.inConv->followSchedule (in);
-    }
-
-    if (stereo)
-    {
         in.copyHistory (b.inPairs, 2);
         core.right.inConv->copyHistory (b.inPairs + 1, 2);
     }
@@ -524,9 +523,9 @@ void BlockPath::stereoRun (float* left, float* right, int n) noexcept
             envL = std::abs (ol);
         if (std::abs (orr) > envR)
             envR = std::abs (orr);
-        if (2e-5 > envL)
+        if (activityFloor > envL)
             activeL = false;
-        if (2e-5 > envR)
+        if (activityFloor > envR)
             activeR = false;
 
         left[h] = (float) ol;
@@ -589,7 +588,7 @@ void BlockPath::monoRun (float* channel, int n) noexcept
         env = (decay + 1e-20) * env;
         if (o > env)
             env = o;
-        if (2e-5 > env)
+        if (activityFloor > env)
             active = false;
         channel[h] = (float) o;
     }
