@@ -1,7 +1,5 @@
 #include "dsp/BlockPath.h"
 
-#include "dsp/StepTable.h"
-
 #include <algorithm>
 #include <cmath>
 #include <cstring>
@@ -37,6 +35,8 @@ inline double clampUnit (double y) noexcept
     return y;
 }
 
+/** Truncation toward zero through a signed 32-bit integer; outside that integer's range, its smallest
+    value, as the processor's own conversion gives. */
 inline int truncToInt32 (double x) noexcept
 {
     if (x > -2147483649.0 && x < 2147483648.0)
@@ -44,6 +44,7 @@ inline int truncToInt32 (double x) noexcept
     return std::numeric_limits<int>::min();
 }
 
+/** The dithered quantiser: a dither of a quarter step at its peak, then half a step and truncation. */
 inline double quantise (double v, double scale, float noise) noexcept
 {
     if (scale > VantriceCore::noQuantisation)

@@ -26,10 +26,6 @@ public:
     void processStereo (float* left, float* right, int numSamples) noexcept;
     void processMono (float* channel, int numSamples) noexcept;
 
-    /** The kernels it runs: the widest this processor has, unless a test chooses. */
-    void useKernels (const SignalKernels& k) noexcept { kernels = &k; }
-    const SignalKernels& getKernels() const noexcept { return *kernels; }
-
     /** Host samples per stretch: enough to spread a stretch's fixed costs (the histories, the guards)
         over many samples, few enough that its working set stays in the second-level cache. */
     static constexpr int maxHostRun = 256;
@@ -50,6 +46,6 @@ private:
     void finishCore (int m, bool stereo) noexcept;
 
     VantriceCore& core;
-    const SignalKernels* kernels;
+    const SignalKernels* kernels; // the widest set this processor runs
     std::unique_ptr<Buffers> buffers;
 };
