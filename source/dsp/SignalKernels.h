@@ -22,11 +22,11 @@ struct SignalKernels
     };
 
     /** A converter's outputs in a row, for one channel or two: output q takes the phase after output
-        q - 1's, and its dot runs over the taps from `start`[q] on in each channel's signal. */
+        q - 1's, and its dot runs over the taps from `start`[q] on in each channel's signal. The filters
+        are tap-major: tap k of phase i at k x `tapStride` + i, the first phases repeated after the last. */
     struct PhaseRun
     {
-        const double*
-            tapMajor; // tap k of phase i at k x tapStride + i, the first phases repeated after the last
+        const double* tapMajor;
         int tapStride;
         int taps;
         const int* phase;
