@@ -1,3 +1,4 @@
+#include "dsp/SignalKernels.h"
 #include "dsp/VantriceCore.h"
 
 #include <benchmark/benchmark.h>
@@ -13,7 +14,7 @@ using Overrides = std::vector<std::pair<int, float>>;
 
 constexpr int blockSize = 512;
 
-std::unique_ptr<VantriceCore> makeCore (double rate, const Overrides& overrides)
+std::unique_ptr<VantriceCore> makeCore (double rate, const Overrides& overrides, bool reference)
 {
     // The defaults of the parameter table, by index.
     std::array<float, 18> values{ 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f,
@@ -24,6 +25,7 @@ std::unique_ptr<VantriceCore> makeCore (double rate, const Overrides& overrides)
     for (int i = 0; i < 18; ++i)
         core->setParameter (i, values[(size_t) i]);
     core->setSampleRate ((float) rate);
+    core->setReferenceLoop (reference);
     return core;
 }
 
@@ -32,6 +34,9 @@ const Overrides worstCase{ { 13, 0.0f },  { 1, 7.0f / 16.0f }, { 7, 7.0f / 16.0f
                            { 8, 1.0f },   { 3, 1.0f },         { 9, 1.0f },         { 4, 0.0f },
                            { 10, 0.25f }, { 16, 1.0f },        { 17, 0.0f },        { 6, 0.5f },
                            { 12, 0.5f } };
+
+// A hold rate that is no divisor of the core rate, so that every step starts between table rows; 8 bits.
+const Overrides fractionalHold{ { 1, 7.0f / 16.0f }, { 2, 0.7f } };
 
 void fill (std::vector<float>& l, std::vector<float>& r, double rate)
 {
@@ -42,9 +47,22 @@ void fill (std::vector<float>& l, std::vector<float>& r, double rate)
     }
 }
 
-void runStereo (benchmark::State& state, double rate, const Overrides& overrides)
+void count (benchmark::State& state, const VantriceCore& core, double rate, bool reference)
 {
-    auto core = makeCore (rate, overrides);
+    const auto samples = (double) state.iterations() * blockSize;
+    state.counters["ns_per_sample"] =
+        benchmark::Counter (samples, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    state.counters["realtime_x"] = benchmark::Counter (samples / rate, benchmark::Counter::kIsRate);
+    const auto forms = core.getFormCounts();
+    const auto stretches = forms.blockStretches + forms.literalStretches;
+    // The reference takes the literal loop throughout.
+    state.counters["literal_share"] =
+        reference ? 1.0 : (stretches > 0 ? (double) forms.literalStretches / (double) stretches : 0.0);
+}
+
+void runStereo (benchmark::State& state, double rate, const Overrides& overrides, bool reference)
+{
+    auto core = makeCore (rate, overrides, reference);
     std::vector<float> sourceL (blockSize), sourceR (blockSize), l (blockSize), r (blockSize);
     fill (sourceL, sourceR, rate);
     for (auto _ : state)
@@ -57,15 +75,12 @@ void runStereo (benchmark::State& state, double rate, const Overrides& overrides
         core->processStereo (&lp, &rp, blockSize);
         benchmark::DoNotOptimize (l.data());
     }
-    const auto samples = (double) state.iterations() * blockSize;
-    state.counters["ns_per_sample"] =
-        benchmark::Counter (samples, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    state.counters["realtime_x"] = benchmark::Counter (samples / rate, benchmark::Counter::kIsRate);
+    count (state, *core, rate, reference);
 }
 
-void runMono (benchmark::State& state, double rate)
+void runMono (benchmark::State& state, double rate, bool reference)
 {
-    auto core = makeCore (rate, {});
+    auto core = makeCore (rate, {}, reference);
     std::vector<float> sourceL (blockSize), sourceR (blockSize), l (blockSize);
     fill (sourceL, sourceR, rate);
     for (auto _ : state)
@@ -75,18 +90,30 @@ void runMono (benchmark::State& state, double rate)
         core->processMono (&lp, blockSize);
         benchmark::DoNotOptimize (l.data());
     }
-    const auto samples = (double) state.iterations() * blockSize;
-    state.counters["ns_per_sample"] =
-        benchmark::Counter (samples, benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
-    state.counters["realtime_x"] = benchmark::Counter (samples / rate, benchmark::Counter::kIsRate);
+    count (state, *core, rate, reference);
 }
+
+/** The block form runs the widest kernels the processor has; the run's context names them. */
+const bool kernelsNamed = []
+{
+    benchmark::AddCustomContext ("kernels", SignalKernels::best().name);
+    return true;
+}();
 } // namespace
 
-BENCHMARK_CAPTURE (runStereo, defaults_44100, 44100.0, Overrides{});
-BENCHMARK_CAPTURE (runStereo, worst_case_44100, 44100.0, worstCase);
-BENCHMARK_CAPTURE (runMono, defaults_44100, 44100.0);
-BENCHMARK_CAPTURE (runStereo, converted_48000, 48000.0, Overrides{});
-BENCHMARK_CAPTURE (runStereo, converted_96000, 96000.0, Overrides{});
-BENCHMARK_CAPTURE (runStereo, converted_192000, 192000.0, Overrides{});
+BENCHMARK_CAPTURE (runStereo, defaults_44100_reference, 44100.0, Overrides{}, true);
+BENCHMARK_CAPTURE (runStereo, defaults_44100_fast, 44100.0, Overrides{}, false);
+BENCHMARK_CAPTURE (runStereo, worst_case_44100_reference, 44100.0, worstCase, true);
+BENCHMARK_CAPTURE (runStereo, worst_case_44100_fast, 44100.0, worstCase, false);
+BENCHMARK_CAPTURE (runStereo, fractional_hold_44100_reference, 44100.0, fractionalHold, true);
+BENCHMARK_CAPTURE (runStereo, fractional_hold_44100_fast, 44100.0, fractionalHold, false);
+BENCHMARK_CAPTURE (runMono, defaults_44100_reference, 44100.0, true);
+BENCHMARK_CAPTURE (runMono, defaults_44100_fast, 44100.0, false);
+BENCHMARK_CAPTURE (runStereo, converted_48000_reference, 48000.0, Overrides{}, true);
+BENCHMARK_CAPTURE (runStereo, converted_48000_fast, 48000.0, Overrides{}, false);
+BENCHMARK_CAPTURE (runStereo, converted_96000_reference, 96000.0, Overrides{}, true);
+BENCHMARK_CAPTURE (runStereo, converted_96000_fast, 96000.0, Overrides{}, false);
+BENCHMARK_CAPTURE (runStereo, converted_192000_reference, 192000.0, Overrides{}, true);
+BENCHMARK_CAPTURE (runStereo, converted_192000_fast, 192000.0, Overrides{}, false);
 
 BENCHMARK_MAIN();

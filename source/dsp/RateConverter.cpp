@@ -68,6 +68,14 @@ RateConverter::RateConverter (int inRate, int outRate)
     }
 
     countdown = advance[0];
+
+    // The same filters with the phases side by side for each tap, and the first three phases again
+    // after the last, so that any four phases in a row are four neighbours.
+    tapMajor.assign ((size_t) (numTaps * getTapStride()), 0.0);
+    for (int k = 0; k < numTaps; ++k)
+        for (int i = 0; i < getTapStride(); ++i)
+            tapMajor[(size_t) (k * getTapStride() + i)] =
+                coefficients[(size_t) ((i % phaseCount) * numTaps + k)];
 }
 
 void RateConverter::push (double x) noexcept
@@ -120,4 +128,52 @@ int RateConverter::process (double x, double* result) noexcept
         ++n;
     }
     return n;
+}
+
+void RateConverter::copyHistory (double* dest, int stride) const noexcept
+{
+    // Before a push the slot at `delayWrite` holds the oldest input, which the push replaces.
+    for (int k = 0; k < historyLength; ++k)
+        dest[k * stride] = delayLine[delayWrite + 1 + k];
+}
+
+void RateConverter::pushBlock (const double* inputs, int numInputs, int stride) noexcept
+{
+    if (numInputs <= 0)
+        return;
+    delayWrite = (delayWrite + numInputs) % numTaps;
+    // The newest inputs, oldest first, from the slot the next push replaces.
+    const double* newest = inputs + (historyLength + numInputs - numTaps) * stride;
+    for (int k = 0, slot = delayWrite; k < numTaps; ++k)
+    {
+        delayLine[slot] = newest[k * stride];
+        if (++slot == numTaps)
+            slot = 0;
+    }
+    std::copy (delayLine, delayLine + numTaps, delayLine + numTaps);
+}
+
+int RateConverter::schedule (int numInputs, int* inputOf, int* phases) noexcept
+{
+    int p = phase, wait = countdown, total = 0;
+    const int* steps = advance.data();
+    const bool down = inFactor > outFactor;
+    for (int i = 0; i < numInputs; ++i)
+    {
+        // Down: an output once the countdown has run out. Up: one output, then more while the next
+        // phase takes no input.
+        if (down && --wait >= 1)
+            continue;
+        do
+        {
+            inputOf[total] = i;
+            phases[total++] = p;
+            if (++p == phaseCount)
+                p = 0;
+            wait = steps[p];
+        } while (!down && wait == 0);
+    }
+    phase = p;
+    countdown = wait;
+    return total;
 }

@@ -11,5 +11,6 @@ struct StepTable
 {
     static constexpr int size = 4229; // rows
     static constexpr int rowsPerSample = 128;
+    static constexpr double silentRow = 4227.0; // of value 0.0, where a finished step waits for its slot
     static const double values[size];
 };

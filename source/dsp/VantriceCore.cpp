@@ -1,7 +1,10 @@
 #include "dsp/VantriceCore.h"
 
+#include "dsp/BlockPath.h"
 #include "dsp/ParameterCurves.h"
 #include "dsp/StepTable.h"
+
+#include <juce_audio_basics/juce_audio_basics.h>
 
 #include <algorithm>
 #include <cmath>
@@ -11,9 +14,6 @@ namespace
 {
 constexpr double pi = 3.141592653589793;
 constexpr int coreRateHz = 44100;
-
-// The rows a step sits on once it has died away: the table is 0.0 there.
-constexpr double silentStepRow = 4227.0;
 
 /** Truncation toward zero through a signed 32-bit integer. A value outside its range gives the
     integer's smallest value, as the processor's conversion does, without undefined behaviour. */
@@ -81,6 +81,7 @@ VantriceCore::VantriceCore (Vantrice* owningProcessor)
     noiseScale = std::ldexp (1.0f, -31);
 
     setSampleRate ((float) RateInfo::coreRate);
+    blockPath = std::make_unique<BlockPath> (*this);
 }
 
 VantriceCore::~VantriceCore() = default;
@@ -371,7 +372,7 @@ double VantriceCore::sumSteps (Channel& c, double speed) noexcept
         const int i = (int) p;
         const double r = table[i] + (p - i) * (table[i + 1] - table[i]);
         a = a + (r * c.stepHeight[j] + 1e-20);
-        c.stepPosition[j] = p >= lastStart ? silentStepRow : p + speed;
+        c.stepPosition[j] = p >= lastStart ? StepTable::silentRow : p + speed;
     }
     return a;
 }
@@ -543,10 +544,40 @@ void VantriceCore::meterStereo (Channel& c, double o) noexcept
 
 void VantriceCore::processStereo (float** leftChannel, float** rightChannel, int numSamples)
 {
-    float* l = *leftChannel;
-    float* r = *rightChannel;
+    // The plug-in's own setting, so that tests, benchmarks and hosts compute alike.
+    const juce::ScopedNoDenormals noDenormals;
 
-    for (int i = 0; rateSupported && i < numSamples; ++i)
+    if (rateSupported && numSamples > 0)
+    {
+        if (referenceLoop)
+            literalStereo (*leftChannel, *rightChannel, numSamples);
+        else
+            blockPath->processStereo (*leftChannel, *rightChannel, numSamples);
+    }
+
+    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
+    publishIndicators (left.active, right.active);
+}
+
+void VantriceCore::processMono (float** channel, int numSamples)
+{
+    const juce::ScopedNoDenormals noDenormals;
+
+    if (rateSupported && numSamples > 0)
+    {
+        if (referenceLoop)
+            literalMono (*channel, numSamples);
+        else
+            blockPath->processMono (*channel, numSamples);
+    }
+
+    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
+    publishIndicators (left.active, right.active);
+}
+
+void VantriceCore::literalStereo (float* l, float* r, int numSamples) noexcept
+{
+    for (int i = 0; i < numSamples; ++i)
     {
         smoothControls();
         right.resoRoot = std::sqrt (right.reso);
@@ -603,16 +634,11 @@ void VantriceCore::processStereo (float** leftChannel, float** rightChannel, int
         l[i] = (float) leftOut;
         r[i] = (float) rightOut;
     }
-
-    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
-    publishIndicators (left.active, right.active);
 }
 
-void VantriceCore::processMono (float** channel, int numSamples)
+void VantriceCore::literalMono (float* l, int numSamples) noexcept
 {
-    float* l = *channel;
-
-    for (int i = 0; rateSupported && i < numSamples; ++i)
+    for (int i = 0; i < numSamples; ++i)
     {
         smoothControls();
         left.resoRoot = std::sqrt (left.reso);
@@ -660,9 +686,6 @@ void VantriceCore::processMono (float** channel, int numSamples)
 
         l[i] = (float) leftOut;
     }
-
-    publishMeters ((float) left.meterPeak, (float) right.meterPeak);
-    publishIndicators (left.active, right.active);
 }
 
 void VantriceCore::publishIndicators (bool leftLit, bool rightLit)

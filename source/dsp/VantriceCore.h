@@ -6,6 +6,8 @@
 
 #include <memory>
 
+class BlockPath;
+
 /** The crusher's DSP: preamp, band-limited sample-and-hold, dithered quantiser and a state-variable
     filter per channel, then dry/wet mix and volume. The chain always runs at 44100 Hz; other host rates
     are converted in front of it and back behind it. Processing is in place and a run may be as short as
@@ -73,6 +75,19 @@ public:
     void processStereo (float** left, float** right, int numSamples) override;
     void processMono (float** channel, int numSamples) override;
 
+    /** For tests and benchmarks: every run takes the literal per-sample loop, the reference whose bits the
+        block form must give. */
+    void setReferenceLoop (bool literalOnly) noexcept { referenceLoop = literalOnly; }
+
+    /** How many stretches of samples took the block form and how many the literal loop, since
+        construction. */
+    struct FormCounts
+    {
+        juce::uint64 blockStretches = 0, literalStretches = 0;
+        juce::uint64 blockSamples = 0, literalSamples = 0;
+    };
+    FormCounts getFormCounts() const noexcept { return formCounts; }
+
     /** Stores the process indicators for the editor. */
     void publishIndicators (bool left, bool right);
 
@@ -110,6 +125,11 @@ public:
     int getRingIndex() const noexcept { return ringIndex; }
 
 private:
+    friend class BlockPath;
+    friend struct CoreStateProbe; // the tests' comparison of two cores' whole state
+
+    void literalStereo (float* l, float* r, int numSamples) noexcept;
+    void literalMono (float* l, int numSamples) noexcept;
     void smoothControls() noexcept;
     void advanceNoise() noexcept;
     void coreStep (double xLeft, double xRight) noexcept;
@@ -156,4 +176,8 @@ private:
     double meterDecay = 0.0;
     bool ledLeft = false, ledRight = false;
     mutable juce::ReadWriteLock ledLock;
+
+    std::unique_ptr<BlockPath> blockPath;
+    bool referenceLoop = false;
+    FormCounts formCounts;
 };
