@@ -1,5 +1,6 @@
 #include "dsp/SignalKernels.h"
 #include "dsp/VantriceCore.h"
+#include "parameters/ParameterManager.h"
 
 #include <benchmark/benchmark.h>
 
@@ -16,27 +17,37 @@ constexpr int blockSize = 512;
 
 std::unique_ptr<VantriceCore> makeCore (double rate, const Overrides& overrides, bool reference)
 {
-    // The defaults of the parameter table, by index.
-    std::array<float, 18> values{ 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f,
-                                  0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.5f, 0.0f, 0.0f };
+    // The defaults of the embedded parameter table, by index.
+    std::array<float, ParameterIndex::count> values{};
+    {
+        ParameterManager table;
+        table.loadFromResource ("parameters.xml");
+        for (int i = 0; i < ParameterIndex::count; ++i)
+            values[(size_t) i] = table.getNormalizedValue (i);
+    }
     for (const auto& [index, value] : overrides)
         values[(size_t) index] = value;
     auto core = std::make_unique<VantriceCore> (nullptr);
-    for (int i = 0; i < 18; ++i)
+    for (int i = 0; i < ParameterIndex::count; ++i)
         core->setParameter (i, values[(size_t) i]);
     core->setSampleRate ((float) rate);
     core->setReferenceLoop (reference);
     return core;
 }
 
+namespace P = ParameterIndex;
+
 // Hold at every sample, 8 bits, unlinked, both filters on, the left one "Pre" and the right one "Post".
-const Overrides worstCase{ { 13, 0.0f },  { 1, 7.0f / 16.0f }, { 7, 7.0f / 16.0f }, { 2, 1.0f },
-                           { 8, 1.0f },   { 3, 1.0f },         { 9, 1.0f },         { 4, 0.0f },
-                           { 10, 0.25f }, { 16, 1.0f },        { 17, 0.0f },        { 6, 0.5f },
-                           { 12, 0.5f } };
+const Overrides worstCase{ { P::linkChannels, 0.0f },      { P::leftBits, 7.0f / 16.0f },
+                           { P::rightBits, 7.0f / 16.0f }, { P::leftFrequency, 1.0f },
+                           { P::rightFrequency, 1.0f },    { P::leftLinkFreq, 1.0f },
+                           { P::rightLinkFreq, 1.0f },     { P::leftFilterType, 0.0f },
+                           { P::rightFilterType, 0.25f },  { P::leftFilterOrder, 1.0f },
+                           { P::rightFilterOrder, 0.0f },  { P::leftReso, 0.5f },
+                           { P::rightReso, 0.5f } };
 
 // A hold rate that is no divisor of the core rate, so that every step starts between table rows; 8 bits.
-const Overrides fractionalHold{ { 1, 7.0f / 16.0f }, { 2, 0.7f } };
+const Overrides fractionalHold{ { P::leftBits, 7.0f / 16.0f }, { P::leftFrequency, 0.7f } };
 
 void fill (std::vector<float>& l, std::vector<float>& r, double rate)
 {

@@ -17,7 +17,6 @@ constexpr int maxCoreRun = 2 * maxHostRun;
 constexpr int maxHostOutputs = maxHostRun + 2 * RateConverter::maxOutputsPerCall;
 // The dry sample the mix takes: 21 core samples old, the delay of the crushed path.
 constexpr int dryAge = 21;
-constexpr int filterOff = 4; // the filter type that passes the signal unchanged
 // The envelope below which, with silent input, a channel goes dark: about -94 dB.
 constexpr double activityFloor = 2e-5;
 
@@ -631,8 +630,8 @@ void BlockPath::linkedCore (int m) noexcept
     auto& l = core.left;
     auto& r = core.right;
     const int type = l.filterType;
-    const bool pre = type != filterOff && l.filterPre;
-    const bool post = type != filterOff && !l.filterPre;
+    const bool pre = type != VantriceCore::filterOff && l.filterPre;
+    const bool post = type != VantriceCore::filterOff && !l.filterPre;
     const double* sinc = core.sincTable.getData();
     const bool inStep = sameSteps (l, r);
 
@@ -804,7 +803,7 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
                 const double x = side.coreIn[i];
                 side.dry[ringSize + i] = x;
                 double y = clampUnit (x * b.preamp[h]);
-                if (c.filterType != filterOff && c.filterPre)
+                if (c.filterType != VantriceCore::filterOff && c.filterPre)
                     y = filters[s].run (y, c.filterType, side.cutoff[h], side.reso[h], side.root[h]);
                 side.crush[ringSize + i] = y;
                 if (stereo)
@@ -921,7 +920,7 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
             auto& c = *channels[s];
             auto& side = *sides[s];
             double o = side.sum[i] + side.held[i];
-            if (c.filterType != filterOff && !c.filterPre)
+            if (c.filterType != VantriceCore::filterOff && !c.filterPre)
                 o = filters[s].run (o, c.filterType, side.cutoff[h], side.reso[h], side.root[h]);
             side.sum[i] = o;
         }

@@ -48,8 +48,6 @@ inline void advanceRing (int& position, int size) noexcept
 VantriceCore::VantriceCore (Vantrice* owningProcessor)
     : FerrowynEffectCore (owningProcessor)
 {
-    rateInfo = RateInfo::forRate (RateInfo::coreRate);
-
     for (auto* c : { &left, &right })
     {
         c->dryRing.calloc (2 * ringSize);
@@ -59,23 +57,6 @@ VantriceCore::VantriceCore (Vantrice* owningProcessor)
     sincTable.calloc (sincTableSize);
     fillSincTable();
 
-    for (auto* c : { &left, &right })
-    {
-        c->inConv = std::make_unique<RateConverter> (coreRateHz, coreRateHz);
-        c->outConv = std::make_unique<RateConverter> (coreRateHz, coreRateHz);
-    }
-    resetConversion();
-
-    left.holdPhase = right.holdPhase = 1.0;
-    left.rate = right.rate = 1.0;
-    left.quantScale = right.quantScale = 65537.0;
-    left.stepSpeed = right.stepSpeed = 128.0;
-    preampTarget = 1.0;
-    volumeTarget = 1.0;
-    linked = true;
-    left.antiAlias = right.antiAlias = false;
-    left.filterType = right.filterType = 4;
-    left.filterPre = right.filterPre = false;
     noiseA = 0x67452301;
     noiseB = 0xEFCDAB89;
     noiseScale = std::ldexp (1.0f, -31);
@@ -114,33 +95,52 @@ bool VantriceCore::isSupportedRate (double hostRate) noexcept
     return RateConverter::canConvert (rate, coreRateHz) && RateConverter::canConvert (coreRateHz, rate);
 }
 
+std::unique_ptr<VantriceCore::RateSetup> VantriceCore::makeRateSetup (float rate)
+{
+    auto setup = std::make_unique<RateSetup>();
+    setup->rate = rate;
+    const bool converting = isSupportedRate (rate) && rate != (float) RateInfo::coreRate;
+    const int hostRate = converting ? (int) rate : coreRateHz;
+    setup->leftIn = std::make_unique<RateConverter> (hostRate, coreRateHz);
+    setup->leftOut = std::make_unique<RateConverter> (coreRateHz, hostRate);
+    setup->rightIn = std::make_unique<RateConverter> (hostRate, coreRateHz);
+    setup->rightOut = std::make_unique<RateConverter> (coreRateHz, hostRate);
+    setup->latency = latencyForRate (rate);
+    return setup;
+}
+
+void VantriceCore::prepareSampleRate (float rate) { preparedSetup = makeRateSetup (rate); }
+
+void VantriceCore::releaseReplacedRate() { replacedSetup.reset(); }
+
 void VantriceCore::setSampleRate (float rate)
 {
     rateInfo = RateInfo::forRate (rate);
     rateSupported = isSupportedRate (rate);
     resampling = rateSupported && rate != (float) RateInfo::coreRate;
 
-    const int hostRate = resampling ? (int) rate : coreRateHz;
-    for (auto* c : { &left, &right })
-    {
-        c->inConv.reset();
-        c->outConv.reset();
-        c->inConv = std::make_unique<RateConverter> (hostRate, coreRateHz);
-        c->outConv = std::make_unique<RateConverter> (coreRateHz, hostRate);
-    }
+    // Built here only when nobody prepared it; the channels' old converters leave with the setup.
+    auto setup = preparedSetup != nullptr && preparedSetup->rate == rate ? std::move (preparedSetup)
+                                                                         : makeRateSetup (rate);
+    std::swap (left.inConv, setup->leftIn);
+    std::swap (left.outConv, setup->leftOut);
+    std::swap (right.inConv, setup->rightIn);
+    std::swap (right.outConv, setup->rightOut);
+    latency = setup->latency;
+    replacedSetup = std::move (setup);
     resetConversion();
 
-    latency = latencyForRate (rate);
     smoothCoeff = 0.002 * rateInfo.speedFactor;
     resetMeters();
 
-    preampTarget = ParameterCurves::preampGainOf (rawValues[0]);
-    recomputeRate (left, rawValues[2], rawValues[3]);
+    preampTarget = ParameterCurves::preampGainOf (rawValues[ParameterIndex::preamp]);
+    recomputeRate (left, rawValues[ParameterIndex::leftFrequency], rawValues[ParameterIndex::leftLinkFreq]);
     if (!linked)
-        recomputeRate (right, rawValues[8], rawValues[9]);
-    left.cutoffTarget = ParameterCurves::cutoffCurve (rawValues[5]);
+        recomputeRate (right, rawValues[ParameterIndex::rightFrequency],
+                       rawValues[ParameterIndex::rightLinkFreq]);
+    left.cutoffTarget = ParameterCurves::cutoffCurve (rawValues[ParameterIndex::leftCutoff]);
     if (!linked)
-        right.cutoffTarget = ParameterCurves::cutoffCurve (rawValues[11]);
+        right.cutoffTarget = ParameterCurves::cutoffCurve (rawValues[ParameterIndex::rightCutoff]);
 
     preamp = preampTarget;
     left.cutoff = left.cutoffTarget;
@@ -157,7 +157,13 @@ void VantriceCore::recomputeRate (Channel& c, double rawRate, double rawAntiAlia
 {
     c.rate = ParameterCurves::rateCurve (rawRate);
     c.antiAlias = rawAntiAlias > 0.5;
-    c.stepSpeed = c.antiAlias ? c.rate * 128.0 : 128.0;
+    updateStepSpeed (c);
+}
+
+void VantriceCore::updateStepSpeed (Channel& c) noexcept
+{
+    constexpr double rows = StepTable::rowsPerSample;
+    c.stepSpeed = c.antiAlias ? c.rate * rows : rows;
 }
 
 void VantriceCore::resetConversion()
@@ -197,66 +203,66 @@ void VantriceCore::setParameter (int index, float value)
 
     switch (index)
     {
-        case 0:
+        case ParameterIndex::preamp:
             preampTarget = ParameterCurves::preampGainOf (v);
             break;
-        case 1:
+        case ParameterIndex::leftBits:
             left.quantScale = ParameterCurves::quantScaleOf (v) - 1.0;
             break;
-        case 2:
+        case ParameterIndex::leftFrequency:
             left.rate = ParameterCurves::rateCurve (v);
-            left.stepSpeed = left.antiAlias ? left.rate * 128.0 : 128.0;
+            updateStepSpeed (left);
             break;
-        case 3:
+        case ParameterIndex::leftLinkFreq:
             left.antiAlias = v > 0.5;
-            left.stepSpeed = left.antiAlias ? left.rate * 128.0 : 128.0;
+            updateStepSpeed (left);
             break;
-        case 4:
+        case ParameterIndex::leftFilterType:
             left.filterType = ParameterCurves::typeOf (v);
             if (linked)
                 right.filterType = left.filterType;
             break;
-        case 5:
+        case ParameterIndex::leftCutoff:
             left.cutoffTarget = ParameterCurves::cutoffCurve (v);
             if (linked)
                 right.cutoffTarget = left.cutoffTarget;
             break;
-        case 6:
+        case ParameterIndex::leftReso:
             left.resoTarget = ParameterCurves::resoCurve (v);
             if (linked)
                 right.resoTarget = left.resoTarget;
             break;
-        case 7:
+        case ParameterIndex::rightBits:
             if (!linked)
                 right.quantScale = ParameterCurves::quantScaleOf (v);
             break;
-        case 8:
+        case ParameterIndex::rightFrequency:
             if (!linked)
             {
                 right.rate = ParameterCurves::rateCurve (v);
-                right.stepSpeed = right.antiAlias ? right.rate * 128.0 : 128.0;
+                updateStepSpeed (right);
             }
             break;
-        case 9:
+        case ParameterIndex::rightLinkFreq:
             if (!linked)
             {
                 right.antiAlias = v > 0.5;
-                right.stepSpeed = right.antiAlias ? right.rate * 128.0 : 128.0;
+                updateStepSpeed (right);
             }
             break;
-        case 10:
+        case ParameterIndex::rightFilterType:
             if (!linked)
                 right.filterType = ParameterCurves::typeOf (v);
             break;
-        case 11:
+        case ParameterIndex::rightCutoff:
             if (!linked)
                 right.cutoffTarget = ParameterCurves::cutoffCurve (v);
             break;
-        case 12:
+        case ParameterIndex::rightReso:
             if (!linked)
                 right.resoTarget = ParameterCurves::resoCurve (v);
             break;
-        case 13:
+        case ParameterIndex::linkChannels:
             if (v > 0.5)
             {
                 // Linking: the right filter takes the left one's place at once, without a glide.
@@ -271,27 +277,28 @@ void VantriceCore::setParameter (int index, float value)
             {
                 // Unlinking brings back what the right controls show; they were kept while linked.
                 linked = false;
-                right.rate = ParameterCurves::rateCurve ((double) (float) rawValues[8]);
-                right.antiAlias = rawValues[9] > 0.5;
-                right.stepSpeed = right.antiAlias ? right.rate * 128.0 : 128.0;
-                right.quantScale = ParameterCurves::quantScaleOf (rawValues[7]);
-                right.cutoffTarget = ParameterCurves::cutoffCurve (rawValues[11]);
+                right.rate =
+                    ParameterCurves::rateCurve ((double) (float) rawValues[ParameterIndex::rightFrequency]);
+                right.antiAlias = rawValues[ParameterIndex::rightLinkFreq] > 0.5;
+                updateStepSpeed (right);
+                right.quantScale = ParameterCurves::quantScaleOf (rawValues[ParameterIndex::rightBits]);
+                right.cutoffTarget = ParameterCurves::cutoffCurve (rawValues[ParameterIndex::rightCutoff]);
                 right.cutoff = right.cutoffTarget;
-                right.resoTarget = ParameterCurves::resoCurve (rawValues[12]);
+                right.resoTarget = ParameterCurves::resoCurve (rawValues[ParameterIndex::rightReso]);
                 right.reso = right.resoTarget;
-                right.filterType = (int) std::floor (rawValues[10] * 4.0 + 0.5);
+                right.filterType = (int) std::floor (rawValues[ParameterIndex::rightFilterType] * 4.0 + 0.5);
             }
             break;
-        case 14:
+        case ParameterIndex::fx:
             mixTarget = v;
             break;
-        case 15:
+        case ParameterIndex::outputVolume:
             volumeTarget = 4.0 * v * v;
             break;
-        case 16:
+        case ParameterIndex::leftFilterOrder:
             left.filterPre = value > 0.5f;
             break;
-        case 17:
+        case ParameterIndex::rightFilterOrder:
             right.filterPre = value > 0.5f;
             break;
         default:
@@ -364,7 +371,7 @@ double VantriceCore::sumSteps (Channel& c, double speed) noexcept
 {
     // Every slot is summed in every sample, live or not, so the cost never depends on the signal.
     const double* table = StepTable::values;
-    const double lastStart = 4229.0 - speed - 2.0;
+    const double lastStart = (double) StepTable::size - speed - 2.0;
     double a = 0.0;
     for (int j = 0; j < numStepSlots; ++j)
     {
@@ -422,7 +429,7 @@ double VantriceCore::channelStage (Channel& c, double x) noexcept
 
     double y = clampUnit (x * preamp);
 
-    if (c.filterType != 4 && c.filterPre)
+    if (c.filterType != filterOff && c.filterPre)
         runFilter (c, y, c.filterType);
 
     c.crushRing[ringIndex] = y;
@@ -438,7 +445,7 @@ double VantriceCore::channelStage (Channel& c, double x) noexcept
 
     double out = sumSteps (c, c.stepSpeed) + c.heldValue;
 
-    if (c.filterType != 4 && !c.filterPre)
+    if (c.filterType != filterOff && !c.filterPre)
         runFilter (c, out, c.filterType);
 
     return out;
@@ -462,7 +469,7 @@ void VantriceCore::linkedStage (double xLeft, double xRight) noexcept
     }
 
     const int type = left.filterType;
-    if (type != 4 && left.filterPre)
+    if (type != filterOff && left.filterPre)
     {
         runFilter (left, xLeft, type);
         runFilter (right, xRight, type);
@@ -486,7 +493,7 @@ void VantriceCore::linkedStage (double xLeft, double xRight) noexcept
     leftOut = sumSteps (left, left.stepSpeed) + left.heldValue;
     rightOut = sumSteps (right, left.stepSpeed) + right.heldValue;
 
-    if (type != 4 && !left.filterPre)
+    if (type != filterOff && !left.filterPre)
     {
         runFilter (left, leftOut, type);
         runFilter (right, rightOut, type);

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "common/RateInfo.h"
+#include "dsp/ParameterIndex.h"
 #include "dsp/RateConverter.h"
+#include "dsp/StepTable.h"
 #include "frame/FerrowynEffectCore.h"
 
 #include <memory>
@@ -12,10 +14,10 @@ class BlockPath;
     filter per channel, then dry/wet mix and volume. The chain always runs at 44100 Hz; other host rates
     are converted in front of it and back behind it. Processing is in place and a run may be as short as
     one sample: the state carries over, so splitting a block never changes the output. */
-class VantriceCore : public FerrowynEffectCore
+class VantriceCore final : public FerrowynEffectCore
 {
 public:
-    static constexpr int numParameters = 18;
+    static constexpr int numParameters = ParameterIndex::count;
     static constexpr int numRawValues = 16;
     static constexpr int ringSize = 32;
     static constexpr int numStepSlots = 36;
@@ -24,6 +26,7 @@ public:
     static constexpr int sincTaps = 32;
     static constexpr int sincTableSize = sincRowsPerSample * sincTaps;
     static constexpr double noQuantisation = 65536.0; // scales above this leave the hold unquantised
+    static constexpr int filterOff = 4;               // the filter type that passes the signal unchanged
 
     /** One channel's settings, smoothed controls and signal state. */
     struct Channel
@@ -31,9 +34,9 @@ public:
         // Settings, from the parameters.
         double quantScale = 65537.0;
         double rate = 1.0;
-        double stepSpeed = 128.0;
+        double stepSpeed = StepTable::rowsPerSample;
         bool antiAlias = false;
-        int filterType = 4;
+        int filterType = filterOff;
         bool filterPre = false;
         double cutoffTarget = 0.0, resoTarget = 0.0;
 
@@ -70,6 +73,8 @@ public:
     ~VantriceCore() override;
 
     void setSampleRate (float rate) override;
+    void prepareSampleRate (float rate) override;
+    void releaseReplacedRate() override;
     void setParameter (int index, float value) override;
     int getLatency() override;
     void processStereo (float** left, float** right, int numSamples) override;
@@ -147,7 +152,19 @@ private:
     void resetConversion();
     void resetMeters();
     void recomputeRate (Channel& c, double rawRate, double rawAntiAlias) noexcept;
+    /** The rows of the step table a step moves on per core sample: one sample's worth, or with
+        anti-aliasing that times the hold rate, so the step's rise spans a hold period. */
+    static void updateStepSpeed (Channel& c) noexcept;
     void fillSincTable();
+
+    /** What a host rate needs that takes time to make: the converter pairs and the latency. */
+    struct RateSetup
+    {
+        float rate = 0.0f;
+        std::unique_ptr<RateConverter> leftIn, leftOut, rightIn, rightOut;
+        int latency = 0;
+    };
+    static std::unique_ptr<RateSetup> makeRateSetup (float rate);
 
     Channel left, right;
 
@@ -176,6 +193,9 @@ private:
     double meterDecay = 0.0;
     bool ledLeft = false, ledRight = false;
     mutable juce::ReadWriteLock ledLock;
+
+    // Made ahead of a rate change outside the locks, and what the change replaced, freed after them.
+    std::unique_ptr<RateSetup> preparedSetup, replacedSetup;
 
     std::unique_ptr<BlockPath> blockPath;
     bool referenceLoop = false;

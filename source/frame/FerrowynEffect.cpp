@@ -165,6 +165,7 @@ void FerrowynEffect::prepareToPlay (double sampleRate, int maximumExpectedSample
     {
         core->prepare (maximumExpectedSamplesPerBlock);
         core->setSampleRate ((float) sampleRate);
+        core->releaseReplacedRate();
         if (hasQualitySettings() && qualityNeedsRestart() && qualityParameter != nullptr)
             core->setQuality (qualityLevelOf (qualityParameter->getNormalizedValue()));
 
@@ -186,12 +187,27 @@ void FerrowynEffect::setStateInformation (const void* data, int sizeInBytes)
     // Most hosts restore a project before they prepare, and preparing settles the smoothing on the
     // restored values. JUCE's LV2 wrapper prepares as the instance is made, before the restore; nothing
     // has sounded since, so the restored settings are settled here the same way instead of gliding in.
-    const juce::ScopedLock family (familyLock);
-    if (preparedFlag.load() != 0 && !playedSincePrepare && core != nullptr)
+    // The converters for the rate are built before the locks are taken, and the ones they replace are
+    // freed after: an audio thread that arrives meanwhile waits only for the swap.
+    if (core == nullptr)
+        return;
+    double rate = 0.0;
     {
-        const juce::ScopedLock coreSection (core->getCoreLock());
-        core->setSampleRate ((float) preparedRate);
+        const juce::ScopedLock family (familyLock);
+        if (preparedFlag.load() == 0 || playedSincePrepare)
+            return;
+        rate = preparedRate;
     }
+    core->prepareSampleRate ((float) rate);
+    {
+        const juce::ScopedLock family (familyLock);
+        if (preparedFlag.load() != 0 && !playedSincePrepare && preparedRate == rate)
+        {
+            const juce::ScopedLock coreSection (core->getCoreLock());
+            core->setSampleRate ((float) rate);
+        }
+    }
+    core->releaseReplacedRate();
 }
 
 void FerrowynEffect::feedClocks()

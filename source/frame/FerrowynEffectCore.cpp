@@ -27,6 +27,8 @@ void FerrowynEffectCore::beginPresetChange()
 
 void FerrowynEffectCore::prepare (int) {}
 void FerrowynEffectCore::setSampleRate (float) {}
+void FerrowynEffectCore::prepareSampleRate (float) {}
+void FerrowynEffectCore::releaseReplacedRate() {}
 void FerrowynEffectCore::setParameter (int, float) {}
 void FerrowynEffectCore::setTempo (double) {}
 void FerrowynEffectCore::setQuality (int) {}

@@ -24,6 +24,11 @@ public:
     void beginPresetChange() override;
     virtual void prepare (int blockSize);
     virtual void setSampleRate (float rate);
+    /** Builds, outside the family's locks, what `setSampleRate` at this rate would allocate or measure, so
+        that a call under the locks only swaps it in. */
+    virtual void prepareSampleRate (float rate);
+    /** Frees, outside the locks, what the last swap replaced. */
+    virtual void releaseReplacedRate();
     virtual void setParameter (int index, float value);
     virtual void setTempo (double bpm);
     virtual void setQuality (int level);

@@ -226,7 +226,7 @@ TEST_P (FastPathAgainstReference, GivesTheReferenceBitsAndStateThroughEveryTrans
                        {
                            if (random() % 3 != 0)
                                return;
-                           const int index = (int) (random() % 18);
+                           const int index = (int) (random() % ParameterIndex::count);
                            const float value = (float) (random() % 1001) / 1000.0f;
                            if (index != 13)
                                both ([=] (VantriceCore& c) { c.setParameter (index, value); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dsp/VantriceCore.h"
+#include "parameters/ParameterManager.h"
 
 #include <array>
 #include <cmath>
@@ -11,11 +12,20 @@
 /** Builds cores the way the family layer does, and runs signals through them. */
 namespace CoreHarness
 {
-/** The defaults of the parameter table, by index. */
-inline const std::array<float, 18>& defaults()
+using Values = std::array<float, ParameterIndex::count>;
+
+/** The defaults of the embedded parameter table, by index, as a freshly loaded table holds them. */
+inline const Values& defaults()
 {
-    static const std::array<float, 18> values{ 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f,
-                                               0.0f, 1.0f, 1.0f, 0.0f, 1.0f, 1.0f, 0.5f, 0.0f, 0.0f };
+    static const Values values = []
+    {
+        ParameterManager table;
+        table.loadFromResource ("parameters.xml");
+        Values v{};
+        for (int i = 0; i < ParameterIndex::count; ++i)
+            v[(size_t) i] = table.getNormalizedValue (i);
+        return v;
+    }();
     return values;
 }
 
@@ -27,7 +37,7 @@ inline std::unique_ptr<VantriceCore> makeCore (double rate = 44100.0,
     auto values = defaults();
     for (const auto& [index, value] : overrides)
         values[(size_t) index] = value;
-    for (int i = 0; i < 18; ++i)
+    for (int i = 0; i < ParameterIndex::count; ++i)
         core->setParameter (i, values[(size_t) i]);
     core->setSampleRate ((float) rate);
     return core;
