@@ -37,7 +37,7 @@ LV2_DIR  := $(PREFIX)/lib/lv2
 BIN_DIR  := $(PREFIX)/bin
 endif
 
-.PHONY: all bootstrap configure build test test-fast test-asan test-tsan asan-build validate fuzz fuzz-seeds bench demo install uninstall \
+.PHONY: all bootstrap configure build test test-fast test-asan test-tsan asan-build validate fuzz fuzz-seeds mutants bench demo install uninstall \
         format clean skin
 
 all: build
@@ -79,6 +79,11 @@ validate: build
 # A longer fuzzing campaign, target by target; new inputs stay in the build, findings are reported.
 fuzz: asan-build
 	bash scripts/fuzz-campaign $(BUILD_ASAN) $(FUZZ_SECONDS)
+
+# What the tests catch: each seeded fault of scripts/mutants.list built and tested in turn (not part of
+# `make test`). MUTANTS_FLAGS=--validate adds the host validator, --only REGEX picks mutants.
+mutants: configure
+	bash scripts/mutants --build $(BUILD) $(MUTANTS_FLAGS)
 
 # Rewrites the seed corpus from documents the plug-in writes itself.
 fuzz-seeds: asan-build
