@@ -1,14 +1,12 @@
 #include "ExpectedPlugin.h"
-#include "dsp/Vantrice.h"
-#include "support/TempFolder.h"
+#include "support/PluginHarness.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -17,42 +15,6 @@ namespace
 {
 constexpr int parameterCount = ParameterIndex::count;
 constexpr int bankSize = BasePluginOldStyle::numPresetsInBank;
-
-// Sets an environment variable for one scope, and puts back what was there.
-struct ScopedEnvironment
-{
-    ScopedEnvironment (const char* nameToSet, const juce::String& value)
-        : name (nameToSet)
-    {
-        if (const char* old = std::getenv (name))
-        {
-            hadValue = true;
-            oldValue = old;
-        }
-        setenv (name, value.toRawUTF8(), 1);
-    }
-
-    ~ScopedEnvironment()
-    {
-        if (hadValue)
-            setenv (name, oldValue.c_str(), 1);
-        else
-            unsetenv (name);
-    }
-
-    const char* name;
-    bool hadValue = false;
-    std::string oldValue;
-};
-
-std::unique_ptr<Vantrice> startPlugin (const juce::File& folder)
-{
-    auto plugin = std::make_unique<Vantrice>();
-    plugin->start (folder.getChildFile ("Vantrice.so"));
-    plugin->setRateAndBufferSizeDetails (44100.0, 256);
-    plugin->prepareToPlay (44100.0, 256);
-    return plugin;
-}
 
 // Everything a state chunk may touch, in comparable form.
 struct Snapshot
@@ -152,22 +114,34 @@ void makeDistinct (Vantrice& plugin, float offset)
     plugin.getMidiControl().assign (20, manager.getParameter (3), false);
 }
 
+/** A plug-in prepared as a host prepares it. */
+struct Started : PluginHarness
+{
+    explicit Started (const juce::File& settingsFolder = {})
+        : PluginHarness (settingsFolder)
+    {
+        prepared();
+    }
+};
+
+/** Instances of one test share a settings folder, so that one hands its settings on to the next. */
 class PluginState : public ::testing::Test
 {
 protected:
-    TempFolder temp;
-};
+    Started startPlugin() { return Started (folder); }
+    juce::File settingsFile() const { return folder.getChildFile ("Vantrice.ini"); }
 
-//==============================================================================
-// Round trips.
+    const ScratchFolder scratch{ "vantrice-test" };
+    const juce::File folder = scratch.getFolder();
+};
 
 TEST_F (PluginState, RoundTripBringsBackValuesBankSelectionAndMap)
 {
-    auto source = startPlugin (temp.folder);
+    auto source = startPlugin();
     makeDistinct (*source, 0.0f);
     const auto saved = stateOf (*source);
 
-    auto target = startPlugin (temp.folder);
+    auto target = startPlugin();
     const auto fresh = snapshotOf (*target);
     restore (*target, saved);
 
@@ -187,34 +161,16 @@ TEST_F (PluginState, RoundTripBringsBackValuesBankSelectionAndMap)
     EXPECT_EQ (restored.names[7], "Renamed Seven");
 }
 
-TEST_F (PluginState, TheDocumentHasItsPartsInOrder)
-{
-    auto plugin = startPlugin (temp.folder);
-    const auto block = stateOf (*plugin);
-    const auto xml = juce::AudioProcessor::getXmlFromBinary (block.getData(), (int) block.getSize());
-    ASSERT_NE (xml, nullptr);
-
-    EXPECT_EQ (xml->getTagName(), "PluginState");
-    EXPECT_EQ (xml->getStringAttribute ("application"), "Vantrice");
-    std::vector<std::string> children;
-    for (auto* child : xml->getChildIterator())
-        children.push_back (child->getTagName().toStdString());
-    EXPECT_EQ (children, (std::vector<std::string>{ "UniqueData", "ParametersState", "PresetsState",
-                                                    "MidiControlMap" }));
-    EXPECT_EQ (xml->getChildByName ("UniqueData")->getNumAttributes(), 0);
-    EXPECT_EQ (xml->getChildByName ("ParametersState")->getNumChildElements(), parameterCount);
-}
-
 TEST_F (PluginState, EditedValuesSurviveWhileTheSlotKeepsTheStoredOnes)
 {
-    auto source = startPlugin (temp.folder);
+    auto source = startPlugin();
     source->selectPreset (4);
     const float stored = source->getPreset (4)->getValue (0);
     const float edited = stored < 0.5f ? 0.8125f : 0.1875f;
     source->getParameterManager().setNormalizedValue (0, edited);
     const auto saved = stateOf (*source);
 
-    auto target = startPlugin (temp.folder);
+    auto target = startPlugin();
     restore (*target, saved);
     EXPECT_EQ (target->getCurrentPreset(), 4);
     EXPECT_EQ (target->getParameterManager().getNormalizedValue (0), edited);
@@ -226,34 +182,16 @@ TEST_F (PluginState, EditedValuesSurviveWhileTheSlotKeepsTheStoredOnes)
     EXPECT_NEAR (target->getParameterManager().getNormalizedValue (0), stored, 1e-6f);
 }
 
-TEST_F (PluginState, SelectionBeyondTheRowLeavesTheSelectionButReadsTheBank)
-{
-    auto source = startPlugin (temp.folder);
-    source->setPresetName (3, "Marked");
-    auto xml = source->createStateXml();
-    xml->getChildByName ("PresetsState")->setAttribute ("currentPreset", 200);
-
-    auto target = startPlugin (temp.folder);
-    target->selectPreset (2);
-    restore (*target, chunkOf (*xml));
-
-    EXPECT_EQ (target->getCurrentPreset(), 2);
-    EXPECT_EQ (
-        target->getParameterManager().getParameter (BasePluginOldStyle::currentPresetNumberId)->getIntValue(),
-        2);
-    EXPECT_EQ (target->getPresetName (3), "Marked");
-}
-
 TEST_F (PluginState, AParameterMissingFromTheStateKeepsItsValue)
 {
-    auto source = startPlugin (temp.folder);
+    auto source = startPlugin();
     makeDistinct (*source, 0.0f);
     auto xml = source->createStateXml();
     auto* parametersState = xml->getChildByName ("ParametersState");
     parametersState->removeChildElement (parametersState->getChildByAttribute ("name", "Preamp"), true);
     ASSERT_EQ (parametersState->getNumChildElements(), parameterCount - 1);
 
-    auto target = startPlugin (temp.folder);
+    auto target = startPlugin();
     target->getParameterManager().setNormalizedValue (0, 0.4375f);
     restore (*target, chunkOf (*xml));
 
@@ -305,20 +243,20 @@ std::vector<float> playAfterRestore (const juce::File& folder, const juce::Memor
 
 TEST_F (PluginState, ARestoreBeforeAnythingPlayedSoundsTheSameWhetherPreparedOrNot)
 {
-    auto source = startPlugin (temp.folder);
+    auto source = startPlugin();
     makeDistinct (*source, 0.0f);
     const auto saved = stateOf (*source);
 
     // Some hosts prepare first and restore after, others the other way round; the sound is one.
-    const auto restoredFirst = playAfterRestore (temp.folder, saved, RestoreMoment::beforePrepare);
-    EXPECT_EQ (playAfterRestore (temp.folder, saved, RestoreMoment::afterPrepare), restoredFirst);
+    const auto restoredFirst = playAfterRestore (folder, saved, RestoreMoment::beforePrepare);
+    EXPECT_EQ (playAfterRestore (folder, saved, RestoreMoment::afterPrepare), restoredFirst);
     // Once audio has played, the restored settings glide in like any other change.
-    EXPECT_NE (playAfterRestore (temp.folder, saved, RestoreMoment::afterPlaying), restoredFirst);
+    EXPECT_NE (playAfterRestore (folder, saved, RestoreMoment::afterPlaying), restoredFirst);
 }
 
 TEST_F (PluginState, ProgramChunkCarriesTheSlotNotTheLiveValues)
 {
-    auto source = startPlugin (temp.folder);
+    auto source = startPlugin();
     source->selectPreset (6);
     for (int i = 0; i < parameterCount; ++i)
         source->getParameterManager().setNormalizedValue (i, 0.5f + 0.02f * (float) i);
@@ -338,7 +276,7 @@ TEST_F (PluginState, ProgramChunkCarriesTheSlotNotTheLiveValues)
         EXPECT_NEAR (row->getDoubleAttribute ("value"), source->getPreset (6)->getValue (i), 1e-6) << i;
     }
 
-    auto target = startPlugin (temp.folder);
+    auto target = startPlugin();
     target->selectPreset (11);
     target->setCurrentProgramStateInformation (chunk.getData(), (int) chunk.getSize());
 
@@ -352,227 +290,112 @@ TEST_F (PluginState, ProgramChunkCarriesTheSlotNotTheLiveValues)
     }
 }
 
-//==============================================================================
-// Chunks that must change nothing.
-
+// Chunks that must change nothing: damaged ones, and documents that are no state of ours. A program
+// chunk that gives no document changes nothing either.
 struct BadChunk
 {
-    std::string name;
-    bool givesXml; // parses, but is no state of this plug-in
-    std::function<juce::MemoryBlock (const juce::MemoryBlock& valid, const juce::XmlElement& validXml)> make;
+    const char* name;
+    std::function<juce::MemoryBlock (const juce::MemoryBlock& valid)> make;
+    bool givesXml = false;
 };
 
 void PrintTo (const BadChunk& c, std::ostream* out) { *out << c.name; }
 
-juce::MemoryBlock wrapText (const juce::String& text)
+BadChunk edited (const char* name, std::function<void (juce::MemoryBlock&)> edit)
 {
-    juce::MemoryOutputStream out;
-    out.writeInt (0x21324356);
-    const auto utf8 = text.toStdString();
-    out.writeInt ((int) utf8.size());
-    out.write (utf8.data(), utf8.size());
-    out.writeByte (0);
-    out.writeByte (0);
-    return out.getMemoryBlock();
+    return { name, [edit] (const juce::MemoryBlock& valid)
+             {
+                 auto block = valid;
+                 edit (block);
+                 return block;
+             } };
 }
 
-juce::MemoryBlock randomBytes (juce::int64 seed, size_t size, bool withWrapper)
+BadChunk cut (const char* name, int numerator, int denominator)
 {
-    juce::Random random (seed);
-    juce::MemoryBlock block (size);
-    for (size_t i = 0; i < size; ++i)
-        block[i] = (char) random.nextInt (256);
-    if (withWrapper)
-    {
-        const juce::uint32 magic = 0x21324356, length = (juce::uint32) size - 8;
-        block.copyFrom (&magic, 0, 4);
-        block.copyFrom (&length, 4, 4);
-    }
-    return block;
+    return { name, [=] (const juce::MemoryBlock& valid)
+             {
+                 return juce::MemoryBlock (valid.getData(),
+                                           valid.getSize() * (size_t) numerator / (size_t) denominator);
+             } };
 }
 
-std::vector<BadChunk> badChunks()
+BadChunk document (const char* name, const char* text)
 {
-    std::vector<BadChunk> cases;
-    for (size_t size = 0; size <= 8; ++size)
-        cases.push_back ({ "First" + std::to_string (size) + "Bytes", false,
-                           [size] (const juce::MemoryBlock& valid, const juce::XmlElement&)
-                           { return juce::MemoryBlock (valid.getData(), size); } });
-
-    auto edited = [] (std::function<void (juce::MemoryBlock&)> edit)
-    {
-        return [edit] (const juce::MemoryBlock& valid, const juce::XmlElement&)
-        {
-            auto block = valid;
-            edit (block);
-            return block;
-        };
-    };
-    cases.push_back ({ "WrongMagic", false, edited ([] (juce::MemoryBlock& b) { b[0] = 'W'; }) });
-    cases.push_back ({ "LengthZero", false,
-                       edited (
-                           [] (juce::MemoryBlock& b)
-                           {
-                               for (size_t i = 4; i < 8; ++i)
-                                   b[i] = 0;
-                           }) });
-    cases.push_back ({ "LengthNegative", false,
-                       edited (
-                           [] (juce::MemoryBlock& b)
-                           {
-                               for (size_t i = 4; i < 8; ++i)
-                                   b[i] = (char) 0xff;
-                           }) });
-    for (int quarter = 1; quarter <= 3; ++quarter)
-        cases.push_back ({ "TruncatedAt" + std::to_string (quarter) + "Quarters", false,
-                           [quarter] (const juce::MemoryBlock& valid, const juce::XmlElement&)
-                           {
-                               const auto text = valid.getSize() - 10;
-                               return juce::MemoryBlock (valid.getData(), 8 + text * (size_t) quarter / 4);
-                           } });
-    cases.push_back ({ "RandomBytes", false, [] (const juce::MemoryBlock&, const juce::XmlElement&) {
-                          return randomBytes (20240611, 4096, false);
-                      } });
-    cases.push_back ({ "RandomBytesInAWrapper", false,
-                       [] (const juce::MemoryBlock&, const juce::XmlElement&)
-                       { return randomBytes (77, 4096, true); } });
-    cases.push_back ({ "TextThatIsNoXml", false, [] (const juce::MemoryBlock&, const juce::XmlElement&) {
-                          return wrapText ("this is not a plug-in state");
-                      } });
-    cases.push_back ({ "AnotherApplication", true,
-                       [] (const juce::MemoryBlock&, const juce::XmlElement& validXml)
-                       {
-                           auto xml = validXml;
-                           xml.setAttribute ("application", "Other");
-                           return chunkOf (xml);
-                       } });
-    cases.push_back ({ "NoApplication", true,
-                       [] (const juce::MemoryBlock&, const juce::XmlElement& validXml)
-                       {
-                           auto xml = validXml;
-                           xml.removeAttribute ("application");
-                           return chunkOf (xml);
-                       } });
-    cases.push_back ({ "OldStateOfAnotherPlugin", true,
-                       [] (const juce::MemoryBlock&, const juce::XmlElement& validXml)
-                       {
-                           auto xml = validXml;
-                           xml.setTagName ("OtherPluginState");
-                           xml.setAttribute ("currentPreset", 3);
-                           return chunkOf (xml);
-                       } });
-    cases.push_back ({ "PresetParametersAsIfOutsidePresets", true,
-                       [] (const juce::MemoryBlock&, const juce::XmlElement&)
-                       {
-                           // Nothing of ours writes these; a foreign chunk may not reach the eighteen through
-                           // them.
-                           juce::XmlElement state ("PluginState");
-                           state.setAttribute ("application", "Vantrice");
-                           for (auto* tag : { "NotPresetableParams", "NotPresetParams" })
-                           {
-                               auto* row = state.createNewChildElement (tag)->createNewChildElement ("param");
-                               row->setAttribute ("name", "Preamp");
-                               row->setAttribute ("value", 0.99);
-                           }
-                           return chunkOf (state);
-                       } });
-    cases.push_back ({ "APresetInsteadOfAState", true,
-                       [] (const juce::MemoryBlock&, const juce::XmlElement&)
-                       {
-                           juce::XmlElement preset ("Preset");
-                           preset.setAttribute ("application", "Vantrice");
-                           preset.setAttribute ("name", "Intruder");
-                           auto* row = preset.createNewChildElement ("param");
-                           row->setAttribute ("name", "Preamp");
-                           row->setAttribute ("value", 0.99);
-                           return chunkOf (preset);
-                       } });
-    return cases;
+    return { name,
+             [text] (const juce::MemoryBlock&)
+             {
+                 juce::MemoryBlock block;
+                 if (auto xml = juce::parseXML (text))
+                     juce::AudioProcessor::copyXmlToBinary (*xml, block);
+                 else
+                     block.append (text, std::strlen (text));
+                 return block;
+             },
+             juce::parseXML (text) != nullptr };
 }
 
-// The target of every bad chunk; the valid chunk they are made from is made once.
+const BadChunk badChunks[] = {
+    cut ("Empty", 0, 1),
+    { "HeaderOnly", [] (const juce::MemoryBlock& valid) { return juce::MemoryBlock (valid.getData(), 8); } },
+    cut ("TruncatedAtAQuarter", 1, 4),
+    cut ("TruncatedAtThreeQuarters", 3, 4),
+    edited ("WrongMagic", [] (juce::MemoryBlock& b) { b[0] = 'W'; }),
+    edited ("LengthZero", [] (juce::MemoryBlock& b) { b.copyFrom ("\0\0\0\0", 4, 4); }),
+    edited ("LengthNegative", [] (juce::MemoryBlock& b) { b.copyFrom ("\xff\xff\xff\xff", 4, 4); }),
+    edited ("RandomBytesInAWrapper",
+            [] (juce::MemoryBlock& b)
+            {
+                juce::Random random (77);
+                for (size_t i = 8; i < b.getSize(); ++i)
+                    b[i] = (char) random.nextInt (256);
+            }),
+    document ("TextThatIsNoXml", "this is not a plug-in state"),
+    document ("AnotherApplication", R"(<PluginState application="Other"><ParametersState>
+        <param name="Preamp" value="0.99"/></ParametersState><PresetsState currentPreset="7"/></PluginState>)"),
+    document ("NoApplication", R"(<PluginState><ParametersState><param name="Preamp" value="0.99"/>
+        </ParametersState></PluginState>)"),
+    document ("OldStateOfAnotherPlugin", R"(<OtherPluginState currentPreset="7"/>)"),
+    document ("PresetParametersAsIfOutsidePresets", R"(<PluginState application="Vantrice">
+        <NotPresetableParams><param name="Preamp" value="0.99"/></NotPresetableParams>
+        <NotPresetParams><param name="Preamp" value="0.99"/></NotPresetParams></PluginState>)"),
+    document ("APresetInsteadOfAState", R"(<Preset application="Vantrice" name="Intruder">
+        <param name="Preamp" value="0.99"/></Preset>)"),
+};
+
 class BadChunkTarget : public PluginState, public ::testing::WithParamInterface<BadChunk>
 {
-protected:
-    static void SetUpTestSuite()
-    {
-        sourceFolder = std::make_unique<TempFolder>();
-        auto source = startPlugin (sourceFolder->folder);
-        makeDistinct (*source, 0.2f);
-        source->getMidiControl().assign (40, source->getParameterManager().getParameter (0), false);
-        validXml = source->createStateXml();
-        valid = stateOf (*source);
-    }
-
-    static void TearDownTestSuite()
-    {
-        validXml.reset();
-        sourceFolder.reset();
-    }
-
-    void SetUp() override
-    {
-        target = startPlugin (temp.folder);
-        makeDistinct (*target, 0.0f);
-        target->selectPreset (3);
-        chunk = GetParam().make (valid, *validXml);
-    }
-
-    static inline std::unique_ptr<TempFolder> sourceFolder;
-    static inline std::unique_ptr<juce::XmlElement> validXml;
-    static inline juce::MemoryBlock valid;
-    juce::MemoryBlock chunk;
-    std::unique_ptr<Vantrice> target;
 };
 
-class BadStateChunk : public BadChunkTarget
+TEST_P (BadChunkTarget, LeavesEverythingAsItWas)
 {
-};
-
-TEST_P (BadStateChunk, LeavesEverythingAsItWas)
-{
-    const auto parsed = juce::AudioProcessor::getXmlFromBinary (chunk.getData(), (int) chunk.getSize());
-    ASSERT_EQ (parsed != nullptr, GetParam().givesXml);
+    Started source;
+    makeDistinct (*source, 0.2f);
+    const auto valid = stateOf (*source);
+    auto target = startPlugin();
+    makeDistinct (*target, 0.0f);
+    target->selectPreset (3);
+    const auto chunk = GetParam().make (valid);
+    ASSERT_EQ (juce::AudioProcessor::getXmlFromBinary (chunk.getData(), (int) chunk.getSize()) != nullptr,
+               GetParam().givesXml);
 
     const auto before = snapshotOf (*target);
     target->setStateInformation (chunk.getData(), (int) chunk.getSize());
     expectSame (snapshotOf (*target), before);
+    if (!GetParam().givesXml)
+    {
+        target->setCurrentProgramStateInformation (chunk.getData(), (int) chunk.getSize());
+        expectSame (snapshotOf (*target), before);
+    }
 
     // The valid chunk does change the target, so the comparison above can fail.
     restore (*target, valid);
     EXPECT_NE (snapshotOf (*target).live, before.live);
 }
 
-INSTANTIATE_TEST_SUITE_P (Chunks, BadStateChunk, ::testing::ValuesIn (badChunks()),
+INSTANTIATE_TEST_SUITE_P (Chunks, BadChunkTarget, ::testing::ValuesIn (badChunks),
                           [] (const ::testing::TestParamInfo<BadChunk>& paramInfo)
-                          { return paramInfo.param.name; });
-
-// A program chunk that gives no document changes nothing either.
-class BadProgramChunk : public BadChunkTarget
-{
-};
-
-TEST_P (BadProgramChunk, LeavesEverythingAsItWas)
-{
-    const auto before = snapshotOf (*target);
-    target->setCurrentProgramStateInformation (chunk.getData(), (int) chunk.getSize());
-    expectSame (snapshotOf (*target), before);
-}
-
-std::vector<BadChunk> chunksWithoutXml()
-{
-    auto cases = badChunks();
-    cases.erase (std::remove_if (cases.begin(), cases.end(), [] (const BadChunk& c) { return c.givesXml; }),
-                 cases.end());
-    return cases;
-}
-
-INSTANTIATE_TEST_SUITE_P (Chunks, BadProgramChunk, ::testing::ValuesIn (chunksWithoutXml()),
-                          [] (const ::testing::TestParamInfo<BadChunk>& paramInfo)
-                          { return paramInfo.param.name; });
-
-//==============================================================================
-// Old states and files.
+                          { return std::string (paramInfo.param.name); });
 
 const char* const oldState = R"(<VantricePluginState currentPreset="2">
   <UniqueData/>
@@ -610,303 +433,114 @@ std::unique_ptr<juce::XmlElement> oldStateWith (int currentPreset, bool withBank
     return xml;
 }
 
-class OldState : public PluginState
+std::vector<float> liveValues (Vantrice& plugin)
 {
-protected:
-    void SetUp() override
+    std::vector<float> v;
+    for (int i = 0; i < parameterCount; ++i)
+        v.push_back (plugin.getParameterManager().getNormalizedValue (i));
+    return v;
+}
+
+// An old state has no live values: it applies its selected preset, from its own bank or, without one,
+// from the bank that is there; a selection beyond the bank keeps the current one and applies that.
+TEST_F (PluginState, OldStateRestoresItsBankAndMapAndAppliesItsSelection)
+{
+    struct Case
     {
-        plugin = startPlugin (temp.folder);
+        int currentPreset;
+        bool withBank;
+        int selected;
+    };
+    for (const auto& c : { Case{ 2, true, 2 }, Case{ 500, true, 6 }, Case{ 3, false, 3 } })
+    {
+        SCOPED_TRACE (juce::String (c.currentPreset) + (c.withBank ? " with a bank" : " without a bank"));
+        auto plugin = startPlugin();
         auto& manager = plugin->getParameterManager();
-        plugin->getMidiControl().assign (30, manager.getParameter (2), false);
+        plugin->getMidiControl().assign (30, manager.getParameter (ParameterIndex::leftFrequency), false);
+        plugin->selectPreset (6);
         for (int i = 0; i < parameterCount; ++i)
             manager.setNormalizedValue (i, 0.111f + 0.023f * (float) i);
+        const auto before = snapshotOf (*plugin);
+
+        restore (*plugin, chunkOf (*oldStateWith (c.currentPreset, c.withBank)));
+        const auto after = snapshotOf (*plugin);
+        EXPECT_EQ (plugin->getCurrentPreset(), c.selected);
+        EXPECT_EQ (after.presetName, after.names[(size_t) c.selected]);
+        EXPECT_EQ (liveValues (*plugin), after.slots[(size_t) c.selected]);
+        EXPECT_EQ (after.map, (std::vector<std::string>{ "11 FX" }));
+        if (!c.withBank)
+        {
+            EXPECT_EQ (after.names, before.names);
+            continue;
+        }
+        EXPECT_EQ (after.bankName, "Old Bank");
+        EXPECT_EQ (after.groups,
+                   (std::vector<std::string>{ "Old Group A x2", "Old Group B x1", "Not used x125" }));
+        EXPECT_EQ (after.names[2], "Old B0");
+        EXPECT_EQ (after.names[3], "Preset 3");
+        EXPECT_EQ (after.slots[2][ParameterIndex::preamp], 0.625f);
+        EXPECT_EQ (after.slots[2][ParameterIndex::outputVolume], 0.75f);
+        // Presets of the old format had both filter orders "Post".
+        EXPECT_EQ (after.slots[2][ParameterIndex::leftFilterOrder], 0.0f);
+        EXPECT_EQ (after.slots[2][ParameterIndex::rightFilterOrder], 0.0f);
     }
-
-    std::vector<float> live()
-    {
-        std::vector<float> v;
-        for (int i = 0; i < parameterCount; ++i)
-            v.push_back (plugin->getParameterManager().getNormalizedValue (i));
-        return v;
-    }
-
-    std::vector<float> slot (int index)
-    {
-        std::vector<float> v;
-        for (int i = 0; i < parameterCount; ++i)
-            v.push_back (plugin->getPreset (index)->getValue (i));
-        return v;
-    }
-
-    std::unique_ptr<Vantrice> plugin;
-};
-
-TEST_F (OldState, RestoresTheBankAndTheMapAndAppliesTheSelectedPreset)
-{
-    restore (*plugin, chunkOf (*oldStateWith (2, true)));
-
-    EXPECT_EQ (plugin->getBankName(), "Old Bank");
-    EXPECT_EQ (plugin->getPresetName (0), "Old A0");
-    EXPECT_EQ (plugin->getPresetName (1), "Old A1");
-    EXPECT_EQ (plugin->getPresetName (2), "Old B0");
-    EXPECT_EQ (plugin->getPresetName (3), "Preset 3");
-    const auto s = snapshotOf (*plugin);
-    EXPECT_EQ (s.groups, (std::vector<std::string>{ "Old Group A x2", "Old Group B x1", "Not used x125" }));
-    EXPECT_EQ (s.map, (std::vector<std::string>{ "11 FX" }));
-
-    EXPECT_EQ (plugin->getCurrentPreset(), 2);
-    EXPECT_EQ (s.presetNumber, 2);
-    EXPECT_EQ (s.presetName, "Old B0");
-    EXPECT_FLOAT_EQ (plugin->getPreset (2)->getValue (0), 0.625f);
-    EXPECT_FLOAT_EQ (plugin->getPreset (2)->getValue (5), 0.25f);
-    EXPECT_FLOAT_EQ (plugin->getPreset (2)->getValue (15), 0.75f);
-    EXPECT_FLOAT_EQ (plugin->getPreset (0)->getValue (1), 0.2f);
-    // Presets of the old format had both filter orders "Post".
-    EXPECT_EQ (plugin->getPreset (2)->getValue (16), 0.0f);
-    EXPECT_EQ (plugin->getPreset (2)->getValue (17), 0.0f);
-    EXPECT_EQ (live(), slot (2));
 }
 
-TEST_F (OldState, SelectionBeyondTheBankKeepsTheSelectionAndAppliesIt)
+TEST_F (PluginState, OldPresetAndBankFilesLoadAndAreSavedInThePresentForm)
 {
-    plugin->selectPreset (6);
-    for (int i = 0; i < parameterCount; ++i)
-        plugin->getParameterManager().setNormalizedValue (i, 0.9f - 0.01f * (float) i);
-    restore (*plugin, chunkOf (*oldStateWith (500, true)));
-
-    EXPECT_EQ (plugin->getCurrentPreset(), 6);
-    EXPECT_EQ (plugin->getPresetName (2), "Old B0");
-    EXPECT_EQ (plugin->getPresetName (6), "Preset 6");
-    EXPECT_EQ (live(), slot (6));
-    EXPECT_EQ (plugin->getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNameId),
-               "Preset 6");
-}
-
-TEST_F (OldState, WithoutABankSelectsFromTheBankThatIsThere)
-{
-    const auto namesBefore = snapshotOf (*plugin).names;
-    restore (*plugin, chunkOf (*oldStateWith (3, false)));
-
-    EXPECT_EQ (snapshotOf (*plugin).names, namesBefore);
-    EXPECT_EQ (plugin->getCurrentPreset(), 3);
-    EXPECT_EQ (live(), slot (3));
-    EXPECT_EQ (snapshotOf (*plugin).map, (std::vector<std::string>{ "11 FX" }));
-}
-
-TEST_F (OldState, APresentStateGoesThePresentWay)
-{
-    auto xml = plugin->createStateXml();
-    auto other = startPlugin (temp.folder);
-    other->selectPreset (8);
-    restore (*other, chunkOf (*xml));
-
-    // No preset applied: the live values are those of the state.
-    EXPECT_EQ (other->getCurrentPreset(), 0);
-    for (int i = 0; i < parameterCount; ++i)
-        EXPECT_EQ (other->getParameterManager().getNormalizedValue (i),
-                   plugin->getParameterManager().getNormalizedValue (i))
-            << "parameter " << i;
-}
-
-TEST_F (OldState, OldPresetFileLoadsAndIsSavedInThePresentForm)
-{
-    EXPECT_EQ (plugin->getPresetExtension(), ".vtprs");
-    EXPECT_EQ (plugin->getOlderPresetExtension (0), ".vtp");
-    EXPECT_EQ (plugin->getOlderBankExtension (0), ".vtb");
-    EXPECT_EQ (plugin->getOlderMapExtension (0), ".vtc");
-
-    const auto oldFile = temp.folder.getChildFile ("Old.vtp");
-    ASSERT_TRUE (oldFile.replaceWithText (R"(<?xml version="1.0" encoding="UTF-8"?>
-<VantricePreset name="Old File Preset">
-  <param name="Preamp" value="0.125"/>
-  <param name="FX" value="0.5"/>
-</VantricePreset>
-)"));
-
+    auto plugin = startPlugin();
+    EXPECT_EQ (plugin->getPresetWildcards(), "*.vtprs; *.vtp");
+    EXPECT_EQ (plugin->getBankWildcards(), "*.vtprsb; *.vtb");
+    EXPECT_EQ (plugin->getMapWildcards(), "*.vtccmap; *.vtc");
+    const auto oldFile = folder.getChildFile ("Old.vtp");
+    ASSERT_TRUE (oldFile.replaceWithText (R"(<VantricePreset name="Old File Preset">
+  <param name="Preamp" value="0.125"/><param name="FX" value="0.5"/></VantricePreset>)"));
     plugin->selectPreset (2);
     ASSERT_TRUE (plugin->loadPresetFile (oldFile, 2));
     EXPECT_EQ (plugin->getPresetName (2), "Old File Preset");
-    EXPECT_FLOAT_EQ (plugin->getPreset (2)->getValue (0), 0.125f);
-    EXPECT_FLOAT_EQ (plugin->getPreset (2)->getValue (14), 0.5f);
-    EXPECT_EQ (live(), slot (2));
+    EXPECT_EQ (liveValues (*plugin), snapshotOf (*plugin).slots[2]);
 
-    const auto savedFile = temp.folder.getChildFile ("Saved" + plugin->getPresetExtension());
+    const auto savedFile = folder.getChildFile ("Saved.vtprs");
     ASSERT_TRUE (plugin->savePresetFile (savedFile, 2));
     const auto saved = juce::parseXML (savedFile);
     ASSERT_NE (saved, nullptr);
     EXPECT_EQ (saved->getTagName(), "Preset");
-    EXPECT_EQ (saved->getStringAttribute ("application"), "Vantrice");
-    EXPECT_EQ (saved->getStringAttribute ("name"), "Old File Preset");
     EXPECT_EQ (saved->getIntAttribute ("rev"), 1);
     EXPECT_DOUBLE_EQ (saved->getChildByAttribute ("name", "Preamp")->getDoubleAttribute ("value"), 0.125);
 
-    // Loading into a slot that isn't selected leaves the live values.
-    const auto before = live();
-    ASSERT_TRUE (plugin->loadPresetFile (oldFile, 9));
-    EXPECT_EQ (plugin->getPresetName (9), "Old File Preset");
-    EXPECT_EQ (live(), before);
-}
-
-TEST_F (OldState, OldBankFileLoads)
-{
-    const auto file = temp.folder.getChildFile ("Old.vtb");
+    const auto bankFile = folder.getChildFile ("Old.vtb");
     ASSERT_TRUE (
-        file.replaceWithText (oldStateWith (0, true)->getChildByName ("VantricePresetBank")->toString()));
-
-    ASSERT_TRUE (plugin->loadBankFile (file));
+        bankFile.replaceWithText (oldStateWith (0, true)->getChildByName ("VantricePresetBank")->toString()));
+    ASSERT_TRUE (plugin->loadBankFile (bankFile));
     EXPECT_EQ (plugin->getBankName(), "Old Bank");
-    EXPECT_EQ (plugin->getPresetName (2), "Old B0");
-    EXPECT_EQ (live(), slot (0));
+    EXPECT_EQ (liveValues (*plugin), snapshotOf (*plugin).slots[2]);
 }
 
-//==============================================================================
-// User settings.
-
-class UserSettings : public PluginState
+// Settings files that don't parse, or are another's, count as absent. Each of them would, if read, set the
+// automatic and silent modes and clear the bank.
+TEST_F (PluginState, UserSettingsThatAreNotOursCountAsAbsent)
 {
-protected:
-    juce::File settingsFile() const { return temp.folder.getChildFile ("Vantrice.ini"); }
-};
-
-TEST_F (UserSettings, WrittenAtDestructionAndReadByTheNextInstance)
-{
-    const auto recent = temp.folder.getChildFile ("recent");
-    ASSERT_TRUE (recent.createDirectory());
-    const auto bankFile =
-        recent.getChildFile ("mine.vtprsb"); // loading it at start makes its folder the recent one
-    const auto mapFile = temp.folder.getChildFile ("mine.vtccmap");
-
+    const juce::String settings =
+        R"(<ResourcesSettings><Presets default="clearPresets"/></ResourcesSettings>)"
+        R"(<PresetSettings storing="automatic" changing="silent"/>)";
+    const juce::String files[] = {
+        "",
+        "storing=automatic changing=silent",
+        R"(<UserSettings application="Vantrice">)" + settings,
+        R"(<UserSettings application="Other">)" + settings + "</UserSettings>",
+        R"(<Settings application="Vantrice">)" + settings + "</Settings>",
+    };
+    for (const auto& text : files)
     {
-        auto plugin = startPlugin (temp.folder);
-        plugin->setPresetName (0, "User Bank First");
-        ASSERT_TRUE (plugin->saveBankFile (bankFile));
-        plugin->getMidiControl().assign (30, plugin->getParameterManager().getParameter (2), false);
-        ASSERT_TRUE (plugin->getMidiControl().saveFile (mapFile));
-
-        plugin->setStoringMode (BasePluginOldStyle::automatic);
-        plugin->setChangingType (BasePluginOldStyle::silent);
-        plugin->setPresetsMode (BasePluginOldStyle::userDefinedPresets);
-        plugin->setPresetsFile (bankFile.getFullPathName());
-        plugin->setRecentDirectory (recent.getFullPathName());
-        plugin->getMidiControl().setUseDefaultMap (true);
-        plugin->getMidiControl().setDefaultMapFile (mapFile.getFullPathName());
-        EXPECT_EQ (plugin->getUserSettingsFile(), settingsFile());
-        EXPECT_FALSE (settingsFile().exists());
+        SCOPED_TRACE (text);
+        ASSERT_TRUE (settingsFile().replaceWithText (text));
+        auto plugin = startPlugin();
+        EXPECT_EQ (plugin->getStoringMode(), BasePluginOldStyle::onDemand);
+        EXPECT_EQ (plugin->getChangingType(), BasePluginOldStyle::normal);
+        EXPECT_EQ (plugin->getPresetsMode(), BasePluginOldStyle::factoryPresets);
+        EXPECT_EQ (plugin->getPresetName (0), "MPC 60");
     }
-    ASSERT_TRUE (settingsFile().existsAsFile());
-
-    auto next = startPlugin (temp.folder);
-    EXPECT_EQ (next->getStoringMode(), BasePluginOldStyle::automatic);
-    EXPECT_EQ (next->getChangingType(), BasePluginOldStyle::silent);
-    EXPECT_EQ (next->getPresetsMode(), BasePluginOldStyle::userDefinedPresets);
-    EXPECT_EQ (next->getPresetsFile(), bankFile.getFullPathName());
-    EXPECT_EQ (next->getRecentDirectory(), recent.getFullPathName());
-    EXPECT_TRUE (next->getMidiControl().getUseDefaultMap());
-    EXPECT_EQ (next->getMidiControl().getDefaultMapFile(), mapFile.getFullPathName());
-    EXPECT_EQ (snapshotOf (*next).map, (std::vector<std::string>{ "30 Left Frequency" }));
-    EXPECT_EQ (next->getPresetName (0), "User Bank First");
 }
-
-TEST_F (UserSettings, TheWrittenFileHasTheFamilyLayout)
-{
-    startPlugin (temp.folder).reset();
-
-    const auto text = settingsFile().loadFileAsString();
-    EXPECT_TRUE (text.startsWith (R"(<?xml version="1.0" encoding="UTF-8"?>)")) << text;
-    const auto xml = juce::parseXML (text);
-    ASSERT_NE (xml, nullptr);
-    EXPECT_EQ (xml->getTagName(), "UserSettings");
-    EXPECT_EQ (xml->getStringAttribute ("application"), "Vantrice");
-
-    std::vector<std::string> children;
-    for (auto* child : xml->getChildIterator())
-        children.push_back (child->getTagName().toStdString());
-    EXPECT_EQ (children,
-               (std::vector<std::string>{ "PluginDirectories", "ResourcesSettings", "PresetSettings" }));
-
-    auto* recent = xml->getChildByName ("PluginDirectories")->getChildByName ("RecentlyUsed");
-    ASSERT_NE (recent, nullptr);
-    EXPECT_EQ (recent->getStringAttribute ("dir"),
-               juce::File::getSpecialLocation (juce::File::userHomeDirectory).getFullPathName());
-    auto* resources = xml->getChildByName ("ResourcesSettings");
-    EXPECT_EQ (resources->getChildByName ("Presets")->getStringAttribute ("default"), "factoryPresets");
-    EXPECT_FALSE (resources->getChildByName ("Presets")->hasAttribute ("file"));
-    EXPECT_EQ (resources->getChildByName ("MidiCCMap")->getStringAttribute ("default"), "noMapping");
-    EXPECT_FALSE (resources->getChildByName ("MidiCCMap")->hasAttribute ("file"));
-    auto* presetSettings = xml->getChildByName ("PresetSettings");
-    EXPECT_EQ (presetSettings->getStringAttribute ("storing"), "onDemand");
-    EXPECT_EQ (presetSettings->getStringAttribute ("changing"), "normal");
-}
-
-TEST_F (UserSettings, ARecentDirectoryThatIsGoneLeavesTheHomeDirectory)
-{
-    const auto home = juce::File::getSpecialLocation (juce::File::userHomeDirectory).getFullPathName();
-    const auto gone = temp.folder.getChildFile ("gone").getFullPathName();
-    ASSERT_TRUE (settingsFile().replaceWithText (R"(<?xml version="1.0" encoding="UTF-8"?>
-<UserSettings application="Vantrice">
-  <PluginDirectories><RecentlyUsed dir=")" + gone + R"("/></PluginDirectories>
-  <PresetSettings storing="onDemand" changing="silent"/>
-</UserSettings>
-)"));
-
-    {
-        auto plugin = startPlugin (temp.folder);
-        EXPECT_EQ (plugin->getChangingType(), BasePluginOldStyle::silent) << "the file was read";
-        EXPECT_EQ (plugin->getRecentDirectory(), home);
-    }
-
-    // What goes back into the file is the last valid directory, never an empty one.
-    const auto written = juce::parseXML (settingsFile());
-    ASSERT_NE (written, nullptr);
-    EXPECT_EQ (written->getChildByName ("PluginDirectories")
-                   ->getChildByName ("RecentlyUsed")
-                   ->getStringAttribute ("dir"),
-               home);
-}
-
-struct IgnoredSettings
-{
-    const char* name;
-    const char* text;
-};
-
-void PrintTo (const IgnoredSettings& c, std::ostream* out) { *out << c.name; }
-
-class IgnoredUserSettings : public UserSettings, public ::testing::WithParamInterface<IgnoredSettings>
-{
-};
-
-TEST_P (IgnoredUserSettings, CountAsAbsent)
-{
-    ASSERT_TRUE (settingsFile().replaceWithText (GetParam().text));
-    auto plugin = startPlugin (temp.folder);
-
-    EXPECT_EQ (plugin->getStoringMode(), BasePluginOldStyle::onDemand);
-    EXPECT_EQ (plugin->getChangingType(), BasePluginOldStyle::normal);
-    EXPECT_EQ (plugin->getPresetsMode(), BasePluginOldStyle::factoryPresets);
-    EXPECT_EQ (plugin->getRecentDirectory(),
-               juce::File::getSpecialLocation (juce::File::userHomeDirectory).getFullPathName());
-    EXPECT_EQ (plugin->getPresetName (0), "MPC 60");
-}
-
-// Each of them would, if read, set the automatic and silent modes and clear the bank.
-INSTANTIATE_TEST_SUITE_P (
-    Files, IgnoredUserSettings,
-    ::testing::Values (
-        IgnoredSettings{ "Empty", "" }, IgnoredSettings{ "NoXml", "storing=automatic changing=silent" },
-        IgnoredSettings{ "Truncated", R"(<UserSettings application="Vantrice"><ResourcesSettings>)"
-                                      R"(<Presets default="clearPresets"/></ResourcesSettings>)"
-                                      R"(<PresetSettings storing="automatic" changing="silent"/>)" },
-        IgnoredSettings{ "AnotherApplication", R"(<UserSettings application="Other"><ResourcesSettings>)"
-                                               R"(<Presets default="clearPresets"/></ResourcesSettings>)"
-                                               R"(<PresetSettings storing="automatic" changing="silent"/>)"
-                                               R"(</UserSettings>)" },
-        IgnoredSettings{ "AnotherRoot", R"(<Settings application="Vantrice"><ResourcesSettings>)"
-                                        R"(<Presets default="clearPresets"/></ResourcesSettings>)"
-                                        R"(<PresetSettings storing="automatic" changing="silent"/>)"
-                                        R"(</Settings>)" }),
-    [] (const ::testing::TestParamInfo<IgnoredSettings>& paramInfo)
-    { return std::string (paramInfo.param.name); });
 
 struct BankChoice
 {
@@ -921,7 +555,7 @@ struct BankChoice
 
 void PrintTo (const BankChoice& c, std::ostream* out) { *out << c.name; }
 
-class BankAtStart : public UserSettings, public ::testing::WithParamInterface<BankChoice>
+class BankAtStart : public PluginState, public ::testing::WithParamInterface<BankChoice>
 {
 };
 
@@ -930,8 +564,8 @@ class BankAtStart : public UserSettings, public ::testing::WithParamInterface<Ba
 TEST_P (BankAtStart, FollowsThePresetsMode)
 {
     const auto& c = GetParam();
-    temp.folder.getChildFile ("a folder").createDirectory();
-    const auto file = juce::String (c.file).isEmpty() ? juce::File() : temp.folder.getChildFile (c.file);
+    folder.getChildFile ("a folder").createDirectory();
+    const auto file = juce::String (c.file).isEmpty() ? juce::File() : folder.getChildFile (c.file);
     if (c.contents != nullptr)
     {
         ASSERT_TRUE (file.replaceWithText (c.contents));
@@ -944,7 +578,7 @@ TEST_P (BankAtStart, FollowsThePresetsMode)
     ASSERT_TRUE (settings.writeTo (settingsFile()));
 
     {
-        auto plugin = startPlugin (temp.folder);
+        auto plugin = startPlugin();
         EXPECT_EQ (plugin->getPresetName (0), c.firstPreset);
         EXPECT_EQ (plugin->getNumGroups(), c.numGroups);
         EXPECT_EQ (plugin->getPresetsMode(), c.presetsMode);
@@ -1004,65 +638,72 @@ INSTANTIATE_TEST_SUITE_P (
     [] (const ::testing::TestParamInfo<BankChoice>& paramInfo)
     { return std::string (paramInfo.param.name); });
 
-//==============================================================================
-// Where the settings live.
-
-struct Fallback
+TEST_F (PluginState, WrittenAtDestructionAndReadByTheNextInstance)
 {
-    const char* name;
-    std::function<juce::File (const juce::File& temp)> pluginFolder;
-};
+    const auto recent = folder.getChildFile ("recent");
+    ASSERT_TRUE (recent.createDirectory());
+    const auto bankFile =
+        recent.getChildFile ("mine.vtprsb"); // loading it at start makes its folder the recent one
+    const auto mapFile = folder.getChildFile ("mine.vtccmap");
 
-void PrintTo (const Fallback& c, std::ostream* out) { *out << c.name; }
-
-class SettingsFallback : public UserSettings, public ::testing::WithParamInterface<Fallback>
-{
-};
-
-TEST_P (SettingsFallback, UsesTheConfigurationFolderWhenBesideTheBinaryCannotBeWritten)
-{
-    const auto config = temp.folder.getChildFile ("config");
-    const auto expected = config.getChildFile ("Vantrice").getChildFile ("Vantrice.ini");
-    ASSERT_TRUE (expected.getParentDirectory().createDirectory());
-    ASSERT_TRUE (expected.replaceWithText (R"(<?xml version="1.0" encoding="UTF-8"?>
-<UserSettings application="Vantrice"><PresetSettings storing="onDemand" changing="silent"/></UserSettings>
-)"));
-    const auto folder = GetParam().pluginFolder (temp.folder);
-
-    const ScopedEnvironment environment ("XDG_CONFIG_HOME", config.getFullPathName());
     {
-        auto plugin = std::make_unique<Vantrice>();
-        plugin->start (folder.getChildFile ("Vantrice.so"));
-        EXPECT_EQ (plugin->getUserSettingsFile(), expected);
-        EXPECT_EQ (plugin->getChangingType(), BasePluginOldStyle::silent) << "read from there";
-        plugin->setStoringMode (BasePluginOldStyle::automatic);
-    }
+        auto plugin = startPlugin();
+        plugin->setPresetName (0, "User Bank First");
+        ASSERT_TRUE (plugin->saveBankFile (bankFile));
+        plugin->getMidiControl().assign (30, plugin->getParameterManager().getParameter (2), false);
+        ASSERT_TRUE (plugin->getMidiControl().saveFile (mapFile));
 
-    const auto written = juce::parseXML (expected);
-    ASSERT_NE (written, nullptr);
-    EXPECT_EQ (written->getChildByName ("PresetSettings")->getStringAttribute ("storing"), "automatic");
-    EXPECT_FALSE (folder.getChildFile ("Vantrice.ini").existsAsFile());
+        plugin->setStoringMode (BasePluginOldStyle::automatic);
+        plugin->setChangingType (BasePluginOldStyle::silent);
+        plugin->setPresetsMode (BasePluginOldStyle::userDefinedPresets);
+        plugin->setPresetsFile (bankFile.getFullPathName());
+        plugin->setRecentDirectory (recent.getFullPathName());
+        plugin->getMidiControl().setUseDefaultMap (true);
+        plugin->getMidiControl().setDefaultMapFile (mapFile.getFullPathName());
+        EXPECT_EQ (plugin->getUserSettingsFile(), settingsFile());
+        EXPECT_FALSE (settingsFile().exists());
+    }
+    ASSERT_TRUE (settingsFile().existsAsFile());
+
+    auto next = startPlugin();
+    EXPECT_EQ (next->getStoringMode(), BasePluginOldStyle::automatic);
+    EXPECT_EQ (next->getChangingType(), BasePluginOldStyle::silent);
+    EXPECT_EQ (next->getPresetsMode(), BasePluginOldStyle::userDefinedPresets);
+    EXPECT_EQ (next->getPresetsFile(), bankFile.getFullPathName());
+    EXPECT_EQ (next->getRecentDirectory(), recent.getFullPathName());
+    EXPECT_TRUE (next->getMidiControl().getUseDefaultMap());
+    EXPECT_EQ (next->getMidiControl().getDefaultMapFile(), mapFile.getFullPathName());
+    EXPECT_EQ (snapshotOf (*next).map, (std::vector<std::string>{ "30 Left Frequency" }));
+    EXPECT_EQ (next->getPresetName (0), "User Bank First");
 }
 
-INSTANTIATE_TEST_SUITE_P (
-    Folders, SettingsFallback,
-    ::testing::Values (Fallback{ "FolderDoesNotExist", [] (const juce::File& base)
-                                 { return base.getChildFile ("missing").getChildFile ("deeper"); } },
-                       Fallback{ "FolderIsAFile",
-                                 [] (const juce::File& base)
-                                 {
-                                     auto file = base.getChildFile ("plain file");
-                                     file.replaceWithText ("not a folder");
-                                     return file;
-                                 } }),
-    [] (const ::testing::TestParamInfo<Fallback>& paramInfo) { return std::string (paramInfo.param.name); });
-
-TEST_F (UserSettings, BesideTheBinaryWhenItsFolderCanBeWritten)
+// Beside the binary when its folder can be written, else in the configuration folder.
+TEST_F (PluginState, UserSettingsLiveBesideTheBinaryOrInTheConfigurationFolder)
 {
-    const ScopedEnvironment environment ("XDG_CONFIG_HOME",
-                                         temp.folder.getChildFile ("config").getFullPathName());
-    auto plugin = startPlugin (temp.folder);
-    EXPECT_EQ (plugin->getUserSettingsFile(), settingsFile());
-    EXPECT_EQ (plugin->getPluginFolder(), temp.folder.getFullPathName());
+    const auto config = folder.getChildFile ("config");
+    const auto fallback = config.getChildFile ("Vantrice").getChildFile ("Vantrice.ini");
+    const auto plainFile = folder.getChildFile ("plain file");
+    ASSERT_TRUE (plainFile.replaceWithText ("not a folder"));
+    ASSERT_TRUE (setenv ("XDG_CONFIG_HOME", config.getFullPathName().toRawUTF8(), 1) == 0);
+    const std::pair<juce::File, juce::File> cases[] = { { folder, settingsFile() },
+                                                        { folder.getChildFile ("missing"), fallback },
+                                                        { plainFile, fallback } };
+    for (const auto& [pluginFolder, expected] : cases)
+    {
+        SCOPED_TRACE (pluginFolder.getFullPathName());
+        {
+            auto plugin = std::make_unique<Vantrice>();
+            plugin->start (pluginFolder.getChildFile ("Vantrice.so"));
+            EXPECT_EQ (plugin->getUserSettingsFile(), expected);
+            plugin->setChangingType (BasePluginOldStyle::silent);
+        }
+        EXPECT_TRUE (expected.existsAsFile());
+        auto next = std::make_unique<Vantrice>();
+        next->start (pluginFolder.getChildFile ("Vantrice.so"));
+        EXPECT_EQ (next->getChangingType(), BasePluginOldStyle::silent) << "read from there";
+        next.reset();
+        expected.deleteFile();
+    }
+    unsetenv ("XDG_CONFIG_HOME");
 }
 } // namespace

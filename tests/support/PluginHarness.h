@@ -5,12 +5,13 @@
 
 #include <memory>
 
-/** A started plug-in whose settings file lives in a folder of its own, removed at the end. */
+/** A started plug-in whose settings file lives in a folder of its own, removed at the end, or in the
+    folder given, where instances of one test hand their settings on. */
 struct PluginHarness
 {
-    PluginHarness()
+    explicit PluginHarness (const juce::File& settingsFolder = {})
         : scratch ("vantrice-test")
-        , folder (scratch.getFolder())
+        , folder (settingsFolder != juce::File() ? settingsFolder : scratch.getFolder())
     {
         plugin = std::make_unique<Vantrice>();
         plugin->start (folder.getChildFile ("Vantrice.so"));
@@ -18,6 +19,14 @@ struct PluginHarness
 
     // The plug-in writes its settings as it goes, so it goes before its folder.
     ~PluginHarness() { plugin.reset(); }
+
+    /** Prepared as a host prepares it, at 44.1 kHz unless told otherwise. */
+    PluginHarness& prepared (double rate = 44100.0, int blockSize = 256)
+    {
+        plugin->setRateAndBufferSizeDetails (rate, blockSize);
+        plugin->prepareToPlay (rate, blockSize);
+        return *this;
+    }
 
     Vantrice& operator*() const { return *plugin; }
     Vantrice* operator->() const { return plugin.get(); }
