@@ -42,33 +42,6 @@ TEST (PresetBank, StartsWithTheFactoryBankAndItsFirstPresetApplied)
     EXPECT_EQ (plugin->getDefaultPreset().name, "empty");
 }
 
-TEST (PresetBank, GroupQueriesAnswerNeutrallyOutOfRange)
-{
-    PluginHarness plugin;
-    plugin->insertGroup (0);
-    EXPECT_EQ (plugin->getGroupName (0), "New Group");
-    EXPECT_EQ (plugin->getGroupStart (0), 0);
-    EXPECT_EQ (plugin->getGroupEnd (0), -1) << "an empty group at the start ends before it begins";
-    EXPECT_EQ (plugin->getPresetName (0), "MPC 60") << "inserting a group renames nothing";
-    EXPECT_EQ (plugin->getGroupOfPreset (0), 1);
-
-    EXPECT_EQ (plugin->getGroupStart (99), -1);
-    EXPECT_EQ (plugin->getGroupSize (-1), 0);
-    EXPECT_EQ (plugin->getGroupName (99), "");
-    EXPECT_EQ (plugin->getPresetIndex (1, 11), -1);
-    EXPECT_EQ (plugin->getPresetIndex (1, 10), 10);
-    EXPECT_EQ (plugin->getPreset (128), nullptr);
-    EXPECT_EQ (plugin->getPreset (-1), nullptr);
-    EXPECT_EQ (plugin->getPresetNameInGroup (7, 0), "");
-
-    plugin->insertGroup (plugin->getNumGroups()); // nothing goes behind the last group
-    EXPECT_EQ (plugin->getNumGroups(), 5);
-    plugin->removeEmptyGroup (1);
-    EXPECT_EQ (plugin->getNumGroups(), 5) << "a group holding presets stays";
-    plugin->removeEmptyGroup (0);
-    EXPECT_EQ (plugin->getNumGroups(), 4);
-}
-
 TEST (PresetBank, RandomMovesKeepTheRowTheSizesAndTheSelection)
 {
     PluginHarness plugin;
@@ -395,15 +368,4 @@ TEST (PresetManager, SilentChangeWithoutAudioWaitsForBlocks)
     }
     EXPECT_EQ (live (*plugin, 0), plugin->getPreset (1)->getValue (0));
     EXPECT_EQ (plugin->getParameterManager().getStringValue (presetNameId), "16bit 8kHz");
-}
-
-TEST (PresetFiles, ExtensionsAndWildcards)
-{
-    PluginHarness plugin;
-    EXPECT_EQ (plugin->getPresetExtension(), ".vtprs");
-    EXPECT_EQ (plugin->getBankExtension(), ".vtprsb");
-    EXPECT_EQ (plugin->getMapExtension(), ".vtccmap");
-    EXPECT_EQ (plugin->getPresetWildcards(), "*.vtprs; *.vtp");
-    EXPECT_EQ (plugin->getBankWildcards(), "*.vtprsb; *.vtb");
-    EXPECT_EQ (plugin->getMapWildcards(), "*.vtccmap; *.vtc");
 }
