@@ -1,6 +1,4 @@
 #include "MidiTimeline.h"
-#include "RenderError.h"
-#include "RenderTestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -50,25 +48,6 @@ INSTANTIATE_TEST_SUITE_P (
                        PlacementCase{ 96000.0, 1920.0, 96000 }, PlacementCase{ 96000.0, 2880.0, 192000 },
                        PlacementCase{ 44100.0, 1921.0, 44146 }));
 
-TEST (MidiTimeline, KeepsControllersAndProgramChangesInOrder)
-{
-    juce::MidiMessageSequence first, second;
-    first.addEvent (juce::MidiMessage::noteOn (1, 60, (juce::uint8) 100), 0.0);
-    first.addEvent (juce::MidiMessage::programChange (1, 5), 960.0);
-    first.addEvent (juce::MidiMessage::pitchWheel (1, 100), 960.0);
-    second.addEvent (juce::MidiMessage::controllerEvent (2, 1, 1), 960.0);
-    second.addEvent (juce::MidiMessage::controllerEvent (2, 1, 2), 480.0);
-    second.updateMatchedPairs();
-    juce::MidiFile file;
-    file.setTicksPerQuarterNote (960);
-    file.addTrack (first);
-    file.addTrack (second);
-
-    const auto timeline = MidiTimeline::fromMidiFile (file, 44100.0);
-    const std::vector<std::pair<int, int>> expected{ { 11025, 0xb1 }, { 22050, 0xc0 }, { 22050, 0xb1 } };
-    EXPECT_EQ (positionsAndFirstBytes (timeline.getEvents()), expected);
-}
-
 struct BlockCase
 {
     int start;
@@ -103,26 +82,4 @@ INSTANTIATE_TEST_SUITE_P (Table, MidiTimelineBlocks,
                                              BlockCase{ 505, 8, { { 6, 0xc0 }, { 7, 0xb0 }, { 7, 0xc0 } } },
                                              BlockCase{ 513, 100, {} }));
 
-TEST (MidiTimeline, FilesThatCannotBeReadAreErrors)
-{
-    RenderTestFolder folder;
-    folder.writeText ("text.mid", "this is no MIDI file");
-    folder.writeText ("empty.mid", "");
-
-    auto codeOf = [&] (const juce::String& name)
-    {
-        try
-        {
-            MidiTimeline::fromFile (folder.file (name), 44100.0);
-        }
-        catch (const RenderError& e)
-        {
-            return (int) e.getCode();
-        }
-        return 0;
-    };
-    EXPECT_EQ (codeOf ("missing.mid"), RenderError::inputFile);
-    EXPECT_EQ (codeOf ("text.mid"), RenderError::corruptData);
-    EXPECT_EQ (codeOf ("empty.mid"), RenderError::corruptData);
-}
 } // namespace

@@ -291,40 +291,6 @@ INSTANTIATE_TEST_SUITE_P (Table, RendererRates,
                                              RateCase{ 11025.0, false }, RateCase{ 44100.5, false },
                                              RateCase{ 0.0, false }, RateCase{ 1.0e6, false }));
 
-TEST (Renderer, RefusesMoreThanTwoChannels)
-{
-    Renderer renderer;
-    juce::AudioBuffer<float> surround (6, 100);
-    surround.clear();
-    try
-    {
-        renderer.render (surround, 44100.0);
-        FAIL();
-    }
-    catch (const RenderError& e)
-    {
-        EXPECT_EQ (e.getCode(), RenderError::inputFile);
-        EXPECT_TRUE (e.getMessage().contains ("6 channels")) << e.what();
-    }
-}
-
-TEST (Renderer, StateRoundTripGivesTheSameSound)
-{
-    const auto input = testSignal (2, 4000, 44100.0);
-
-    Renderer first;
-    first.selectPreset ("Crush Widener");
-    first.setParameter ("Link Channels", "Off");
-    first.setParameter ("Right Bits", "5 bits");
-    const auto state = first.getState();
-    const auto expected = first.render (input, 44100.0).output;
-
-    Renderer second;
-    second.restoreState (state, "test chunk");
-    EXPECT_EQ (second.getPresetDescription(), "Crush Widener (edited)");
-    EXPECT_TRUE (identical (second.render (input, 44100.0).output, expected));
-}
-
 TEST (Renderer, ZeroLengthInputGivesZeroLengthOutput)
 {
     Renderer renderer;
