@@ -1,7 +1,7 @@
 #include "common/RateInfo.h"
 #include "dsp/Vantrice.h"
 #include "frame/FerrowynOldCompatible.h"
-#include "support/TempFolder.h"
+#include "support/PluginHarness.h"
 
 #include <gtest/gtest.h>
 
@@ -151,32 +151,28 @@ private:
 class RecordingEffect : public FerrowynOldCompatible
 {
 public:
-    explicit RecordingEffect (bool shouldMakeCore)
+    RecordingEffect()
         : FerrowynOldCompatible (parameterCount)
-        , makesCore (shouldMakeCore)
     {
     }
 
     juce::String getPluginName() const override { return "Vantrice"; }
     juce::String getPluginCode() const override { return "VT"; }
     int getNumberOfParameters() const override { return parameterCount; }
-    Core* createCore() override { return makesCore ? new RecordingCore() : nullptr; }
+    Core* createCore() override { return new RecordingCore(); }
 
     RecordingCore* getRecorder() const { return static_cast<RecordingCore*> (getCore()); }
-
-private:
-    const bool makesCore;
 };
 
 class FamilyLayer : public ::testing::Test
 {
 protected:
-    void SetUp() override { plugin = startPlugin (true); }
+    void SetUp() override { plugin = startPlugin(); }
 
-    std::unique_ptr<RecordingEffect> startPlugin (bool withCore)
+    std::unique_ptr<RecordingEffect> startPlugin()
     {
-        auto p = std::make_unique<RecordingEffect> (withCore);
-        p->start (temp.folder.getChildFile ("Vantrice.so"));
+        auto p = std::make_unique<RecordingEffect>();
+        p->start (scratch.getChildFile ("Vantrice.so"));
         p->setRateAndBufferSizeDetails (testRate, blockSize);
         p->prepareToPlay (testRate, blockSize);
         if (auto* r = p->getRecorder())
@@ -276,7 +272,7 @@ protected:
         return best;
     }
 
-    TempFolder temp;
+    const ScratchFolder scratch{ "vantrice-test" };
     std::unique_ptr<RecordingEffect> plugin;
 };
 
@@ -404,23 +400,6 @@ INSTANTIATE_TEST_SUITE_P (
                  { "stereo 0+64", "stereo 64+192", "|", "stereo 0+128", "stereo 128+128", "|" },
                  1.0f }),
     [] (const ::testing::TestParamInfo<CutCase>& paramInfo) { return std::string (paramInfo.param.name); });
-
-TEST_F (FamilyLayer, AnEventFarAheadWaitsSeveralBlocks)
-{
-    plugin->getMidiControl().assign (20, plugin->getParameterManager().getParameter (5), true);
-    juce::MidiBuffer midi;
-    midi.addEvent (cc (20, 3), 3 * blockSize + 17);
-    processBlock (midi);
-    for (int block = 1; block < 4; ++block)
-    {
-        EXPECT_FLOAT_EQ (value (5), 1.0f) << "block " << block;
-        processBlock();
-    }
-
-    EXPECT_EQ (recorder().trace(), (std::vector<std::string>{ "stereo 0+256", "stereo 0+256", "stereo 0+256",
-                                                              "stereo 0+17", "param 5", "stereo 17+239" }));
-    EXPECT_FLOAT_EQ (value (5), 3 * ccScale);
-}
 
 TEST_F (FamilyLayer, PrepareToPlayForgetsHeldEventsAndTellsTheCore)
 {
@@ -634,31 +613,6 @@ TEST_F (FamilyLayer, SilentChangeDuringTheHoldAppliesAtOnceAndHoldsAgain)
     EXPECT_EQ (liveValues(), slotValues (second));
 }
 
-TEST_F (FamilyLayer, ProgramChangeWithoutCoreAppliesAtOnceAndLeavesTheAudio)
-{
-    plugin = startPlugin (false);
-    ASSERT_EQ (plugin->getCore(), nullptr);
-    plugin->setChangingType (BasePluginOldStyle::silent);
-    const int target = presetUnlike (0);
-
-    juce::AudioBuffer<float> buffer (2, blockSize);
-    for (int i = 0; i < blockSize; ++i)
-    {
-        buffer.setSample (0, i, (float) i / blockSize);
-        buffer.setSample (1, i, -(float) i / blockSize);
-    }
-    juce::AudioBuffer<float> original (buffer);
-    juce::MidiBuffer midi;
-    midi.addEvent (juce::MidiMessage::programChange (1, target), 100);
-    plugin->processBlock (buffer, midi);
-
-    EXPECT_EQ (plugin->getCurrentPreset(), target);
-    EXPECT_EQ (liveValues(), slotValues (target));
-    for (int channel = 0; channel < 2; ++channel)
-        for (int i = 0; i < blockSize; ++i)
-            ASSERT_EQ (buffer.getSample (channel, i), original.getSample (channel, i));
-}
-
 //==============================================================================
 // Channels.
 
@@ -715,68 +669,19 @@ INSTANTIATE_TEST_SUITE_P (Layouts, FamilyLayerChannels,
                           [] (const ::testing::TestParamInfo<ChannelCase>& paramInfo)
                           { return std::string (paramInfo.param.name); });
 
-TEST_F (FamilyLayer, MonoRunsAreCutAtEventsToo)
-{
-    plugin->setPlayConfigDetails (1, 2, testRate, blockSize);
-    plugin->prepareToPlay (testRate, blockSize);
-    plugin->getMidiControl().assign (20, plugin->getParameterManager().getParameter (5), true);
-    recorder().forget();
-
-    juce::AudioBuffer<float> buffer (2, blockSize);
-    buffer.clear();
-    juce::MidiBuffer midi;
-    midi.addEvent (cc (20, 1), 30);
-    process (buffer, midi);
-
-    EXPECT_EQ (recorder().trace(), (std::vector<std::string>{ "mono 0+30", "param 5", "mono 30+226" }));
-}
-
 //==============================================================================
 // Latency, on the product's own core.
 
-struct LatencyCase
+// A new rate brings its own latency, reported to the host.
+TEST (VantriceLatency, FollowsTheRateAtEachPrepare)
 {
-    double rate;
-    int latency;
-};
-
-void PrintTo (const LatencyCase& c, std::ostream* out) { *out << c.rate << " Hz"; }
-
-class VantriceLatency : public ::testing::TestWithParam<LatencyCase>
-{
-protected:
-    TempFolder temp;
-};
-
-TEST_P (VantriceLatency, PrepareToPlayReportsTheLatencyOfTheRate)
-{
-    const auto& c = GetParam();
-    auto plugin = std::make_unique<Vantrice>();
-    plugin->start (temp.folder.getChildFile ("Vantrice.so"));
-    plugin->setRateAndBufferSizeDetails (c.rate, blockSize);
-    plugin->prepareToPlay (c.rate, blockSize);
-
-    EXPECT_EQ (plugin->getLatencySamples(), c.latency);
-}
-
-INSTANTIATE_TEST_SUITE_P (Rates, VantriceLatency,
-                          ::testing::Values (LatencyCase{ 44100.0, 21 }, LatencyCase{ 48000.0, 93 },
-                                             LatencyCase{ 96000.0, 149 }, LatencyCase{ 11025.0, 0 }),
-                          [] (const ::testing::TestParamInfo<LatencyCase>& paramInfo)
-                          { return std::to_string ((int) paramInfo.param.rate); });
-
-TEST (VantriceLatencyChange, ANewRateBringsItsOwnLatency)
-{
-    TempFolder temp;
-    auto plugin = std::make_unique<Vantrice>();
-    plugin->start (temp.folder.getChildFile ("Vantrice.so"));
-
-    for (const auto& c : { LatencyCase{ 44100.0, 21 }, LatencyCase{ 48000.0, 93 }, LatencyCase{ 11025.0, 0 },
-                           LatencyCase{ 96000.0, 149 }, LatencyCase{ 44100.0, 21 } })
+    PluginHarness plugin;
+    for (const auto& [rate, latency] :
+         { std::pair{ 44100.0, 21 }, std::pair{ 48000.0, 93 }, std::pair{ 11025.0, 0 },
+           std::pair{ 96000.0, 149 }, std::pair{ 44100.0, 21 } })
     {
-        plugin->setRateAndBufferSizeDetails (c.rate, blockSize);
-        plugin->prepareToPlay (c.rate, blockSize);
-        EXPECT_EQ (plugin->getLatencySamples(), c.latency) << c.rate << " Hz";
+        plugin.prepared (rate, blockSize);
+        EXPECT_EQ (plugin->getLatencySamples(), latency) << rate << " Hz";
     }
 }
 } // namespace
