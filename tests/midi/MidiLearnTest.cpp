@@ -126,27 +126,6 @@ TEST (MidiLearn, EveryTransitionOfTheLearnTable)
     }
 }
 
-TEST (MidiLearn, BothOrdersGiveTheSameAssignment)
-{
-    MidiTestTable parameterFirst, controllerFirst;
-
-    for (auto* table : { &parameterFirst, &controllerFirst })
-        table->midi.setLearnActive (true);
-
-    parameterFirst.midi.setLearnParameter (parameterFirst.byName ("Output Volume"));
-    parameterFirst.midi.setLearnController (30);
-    controllerFirst.midi.setLearnController (30);
-    controllerFirst.midi.setLearnParameter (controllerFirst.byName ("Output Volume"));
-
-    for (auto* table : { &parameterFirst, &controllerFirst })
-    {
-        EXPECT_EQ (table->midi.getAssignedParameter (30), table->byName ("Output Volume"));
-        EXPECT_EQ (table->midi.getNumAssignments(), 1);
-    }
-
-    pumpMessages();
-}
-
 TEST (MidiLearn, FirstTouchAfterLearningAlreadyMovesTheParameter)
 {
     MidiTestTable table;

@@ -116,73 +116,6 @@ TEST (MidiMapFile, LoadingADocumentReplacesTheMap)
     }
 }
 
-struct RootCase
-{
-    const char* document;
-    bool isMap;
-    bool isValid;
-};
-
-TEST (MidiMapFile, MapAndValidityTests)
-{
-    const RootCase cases[] = {
-        { "<MidiControlMap/>", true, false },
-        { R"(<MidiControlMap name="Vantrice"/>)", true, true },
-        { R"(<MidiControlMap application="Vantrice"/>)", true, true },
-        { R"(<MidiCCMap name="Vantrice"/>)", true, true },
-        { R"(<MidiCCMap name="Other"/>)", true, false },
-        { R"(<PluginState application="Vantrice"/>)", false, false },
-        { R"(<MIDICCMAP name="Vantrice"/>)", false, false },
-    };
-
-    MidiTestTable named, unnamed;
-    named.midi.setApplicationName ("Vantrice");
-
-    for (const auto& c : cases)
-    {
-        SCOPED_TRACE (c.document);
-        const auto xml = parse (c.document);
-        EXPECT_EQ (named.midi.isMapXml (*xml), c.isMap);
-        EXPECT_EQ (unnamed.midi.isMapXml (*xml), c.isMap);
-        EXPECT_EQ (named.midi.isValidMap (*xml), c.isValid);
-        EXPECT_EQ (unnamed.midi.isValidMap (*xml), c.isMap);
-    }
-}
-
-TEST (MidiMapFile, LoadingTellsTheListenersOfTheNewMap)
-{
-    MidiTestTable table;
-    MidiRecorder recorder;
-    table.midi.addListener (&recorder);
-    table.midi.loadFromXml (*parse ("<Nothing/>"));
-    pumpMessages();
-    EXPECT_EQ (recorder.calls, juce::StringArray ("map"));
-}
-
-TEST (MidiMapFile, CreatedDocumentListsRowsInRisingControllerOrder)
-{
-    MidiTestTable table;
-    table.midi.setApplicationName ("Vantrice");
-    table.midi.assign (90, table.byName ("FX"), false);
-    table.midi.assign (3, table.byName ("Preamp"), false);
-    table.midi.assign (127, table.byName ("Left Reso/Bandwidth"), false);
-    table.midi.assign (0, table.byName ("Output Volume"), false);
-
-    const auto xml = table.midi.createXml();
-    EXPECT_EQ (xml->getTagName(), "MidiControlMap");
-    EXPECT_EQ (xml->getStringAttribute ("name"), "Vantrice");
-    EXPECT_FALSE (xml->hasAttribute ("application"));
-
-    juce::StringArray rows;
-
-    for (auto* row : xml->getChildIterator())
-        rows.add (row->getTagName() + " " + row->getStringAttribute ("CC") + " "
-                  + row->getStringAttribute ("param"));
-
-    EXPECT_EQ (rows, juce::StringArray ("assign 0 Output Volume", "assign 3 Preamp", "assign 90 FX",
-                                        "assign 127 Left Reso/Bandwidth"));
-}
-
 TEST (MidiMapFile, SavedFileReadsBackIntoAnotherInstance)
 {
     juce::TemporaryFile file (".vtccmap");
@@ -191,11 +124,14 @@ TEST (MidiMapFile, SavedFileReadsBackIntoAnotherInstance)
     target.midi.setApplicationName ("Vantrice");
     source.midi.assign (64, source.byName ("Right Cutoff"), false);
     source.midi.assign (2, source.byName ("Link Channels"), false);
+    source.midi.assign (0, source.byName ("Output Volume"), false);
+    source.midi.assign (127, source.byName ("FX"), false);
 
     ASSERT_TRUE (source.midi.saveFile (file.getFile()));
     const auto text = file.getFile().loadFileAsString();
     EXPECT_TRUE (text.startsWith ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"));
     EXPECT_LT (text.indexOf ("\"Link Channels\""), text.indexOf ("\"Right Cutoff\""));
+    EXPECT_TRUE (text.contains (R"(<assign CC="0" param="Output Volume"/>)")) << text;
 
     EXPECT_TRUE (target.midi.loadFile (file.getFile()));
     EXPECT_EQ (mapOf (target.midi), mapOf (source.midi));
@@ -224,29 +160,6 @@ TEST (MidiMapFile, UnreadableFilesChangeNothing)
         EXPECT_EQ (mapOf (table.midi), (std::map<int, juce::String>{ { 5, "Preamp" } }));
         EXPECT_TRUE (table.midi.isLearnActive());
     }
-}
-
-TEST (MidiMapFile, VeryLongTextsAreSkippedLikeOtherUnknownNames)
-{
-    auto document = std::make_unique<juce::XmlElement> ("MidiControlMap");
-    document->setAttribute ("name", juce::String::repeatedString ("V", 100000));
-
-    MidiTestTable table;
-    table.midi.loadFromXml (*document);
-    EXPECT_EQ (table.midi.getNumAssignments(), 0);
-
-    document->setAttribute ("name", "Vantrice");
-    auto* row = document->createNewChildElement ("assign");
-    row->setAttribute ("CC", juce::String::repeatedString ("1", 10000));
-    row->setAttribute ("param", "Preamp");
-    auto* other = document->createNewChildElement ("assign");
-    other->setAttribute ("CC", 4);
-    other->setAttribute ("param", juce::String::repeatedString ("Preamp", 10000));
-
-    table.midi.setApplicationName ("Vantrice");
-    table.midi.loadFromXml (*document);
-    EXPECT_EQ (table.midi.getNumAssignments(), 0);
-    pumpMessages();
 }
 
 TEST (MidiMapFile, InitialiseLoadsTheDefaultMapOnlyWhenItIsOn)
