@@ -35,7 +35,17 @@ public:
         int latency;
     };
 
+    /** A display text of a parameter at a value, with "Link Channels" on or off. */
+    struct Text
+    {
+        int index;
+        float value;
+        const char* text;
+        bool linked;
+    };
+
     static const std::array<Parameter, numParameters> parameters;
+    static const std::array<Text, 39> texts;
     static const std::array<RateLatency, 6> latencies;
 
     /** The four characters of the 2.4 unique id as the number the interface carries. */

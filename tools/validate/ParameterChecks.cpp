@@ -27,49 +27,6 @@ struct TextCase
     bool linked; // the state of "Link Channels" the text belongs to
 };
 
-// Display texts at several values of each parameter, unlinked unless marked.
-const TextCase textCases[] = {
-    { ParameterIndex::preamp, 0.0f, "0.0dB", false },
-    { ParameterIndex::preamp, 0.5f, "+24.0dB", false },
-    { ParameterIndex::preamp, 1.0f, "+48.0dB", false },
-    { ParameterIndex::leftBits, 0.0f, "1 bit", false },
-    { ParameterIndex::leftBits, 1.0f / 16.0f, "2 bits", false },
-    { ParameterIndex::leftBits, 15.0f / 16.0f, "16 bits", false },
-    { ParameterIndex::leftBits, 1.0f, "Quant. Off", false },
-    { ParameterIndex::leftFrequency, 0.0f, "44Hz", false },
-    { ParameterIndex::leftFrequency, 1.0f, "44100Hz", false },
-    { ParameterIndex::leftLinkFreq, 0.0f, "Off", false },
-    { ParameterIndex::leftLinkFreq, 1.0f, "On", false },
-    { ParameterIndex::leftFilterType, 0.0f, "LP", false },
-    { ParameterIndex::leftFilterType, 0.25f, "BP", false },
-    { ParameterIndex::leftFilterType, 0.5f, "HP", false },
-    { ParameterIndex::leftFilterType, 0.75f, "BR", false },
-    { ParameterIndex::leftFilterType, 1.0f, "Off", false },
-    { ParameterIndex::leftCutoff, 0.0f, "14Hz", false },
-    { ParameterIndex::leftCutoff, 1.0f, "12000Hz", false },
-    { ParameterIndex::leftReso, 0.0f, "0%", false },
-    { ParameterIndex::leftReso, 0.5f, "50%", false },
-    { ParameterIndex::rightBits, 0.5f, "9 bits", false },
-    { ParameterIndex::rightBits, 0.5f, "linked", true },
-    { ParameterIndex::rightFrequency, 0.0f, "44Hz", false },
-    { ParameterIndex::rightLinkFreq, 1.0f, "On", false },
-    { ParameterIndex::rightFilterType, 0.25f, "BP", false },
-    { ParameterIndex::rightCutoff, 1.0f, "12000Hz", false },
-    { ParameterIndex::rightReso, 0.25f, "25%", false },
-    { ParameterIndex::rightReso, 0.25f, "linked", true },
-    { ParameterIndex::linkChannels, 0.0f, "Off", false },
-    { ParameterIndex::linkChannels, 1.0f, "On", true },
-    { ParameterIndex::fx, 0.25f, "75/25% (Dry/Wet)", false },
-    { ParameterIndex::fx, 1.0f, "0/100% (Dry/Wet)", false },
-    { ParameterIndex::outputVolume, 0.0f, "-Inf.", false },
-    { ParameterIndex::outputVolume, 0.5f, "0.0dB", false },
-    { ParameterIndex::outputVolume, 1.0f, "+12.0dB", false },
-    { ParameterIndex::leftFilterOrder, 0.0f, "Post", false },
-    { ParameterIndex::leftFilterOrder, 1.0f, "Pre", false },
-    { ParameterIndex::rightFilterOrder, 1.0f, "Pre", false },
-    { ParameterIndex::rightFilterOrder, 1.0f, "linked", true },
-};
-
 // Typed texts and the values they must give.
 const TextCase entryCases[] = {
     { ParameterIndex::preamp, 0.5f, "+24.0dB", false },
@@ -232,7 +189,7 @@ void ParameterChecks::checkTexts (juce::AudioPluginInstance& instance, const Hos
     auto* link = parameters[ParameterIndex::linkChannels];
     juce::StringArray wrong;
     int checked = 0;
-    for (const auto& textCase : textCases)
+    for (const auto& textCase : ExpectedPlugin::texts)
     {
         const bool continuous = ExpectedPlugin::parameters[(size_t) textCase.index].numSteps == 0;
         // An LV2 host has the plug-in's texts for stepped parameters only, and can't know the link.
