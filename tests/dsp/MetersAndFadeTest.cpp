@@ -23,19 +23,6 @@ float publishedLeft (const VantriceCore& core)
 }
 } // namespace
 
-TEST (CoreMeters, TableSpansThirtyDecibelsSymmetricallyAroundRow200)
-{
-    VantriceCore core (nullptr);
-    EXPECT_NEAR (core.meterPosition (1.0), 0.8, 1e-12) << "full scale reads 0.8";
-    EXPECT_NEAR (core.meterPosition (-1.0), 0.8, 1e-12);
-    EXPECT_NEAR (core.meterPosition (2.0), 0.99925, 2e-5) << "row 399";
-    EXPECT_NEAR (core.meterPosition (1e9), 0.99925, 2e-5);
-    EXPECT_EQ (core.meterPosition (-2.0), 1.0) << "row 0, clamped";
-    EXPECT_EQ (core.meterPosition (-1e30), 1.0);
-    EXPECT_EQ (core.meterPosition (0.06), 0.0) << "below -24 dB shows nothing";
-    EXPECT_EQ (core.meterPosition (std::nan ("")), 1.0) << "a value of no row reads an end, not memory";
-}
-
 TEST (CoreMeters, FullScaleShowsItsPeakThenDecaysAndPublishesOncePerRun)
 {
     auto core = makeCore (44100.0, { { 14, 0.0f } });

@@ -81,62 +81,6 @@ TEST (VantriceCore, PreampGlideIs63PercentAfter500SamplesWithNoStep)
     EXPECT_NEAR (travelled, 1.0 - std::exp (-1.0), 0.002);
 }
 
-TEST (VantriceCore, SmoothingTimeConstantFollowsTheRateFactor)
-{
-    // 11.3 ms at 44100 Hz, 9.5 ms at 96000 Hz, 8.8 ms at 192000 Hz.
-    const std::vector<std::pair<double, double>> cases{ { 44100.0, 11.3 },
-                                                        { 96000.0, 9.5 },
-                                                        { 192000.0, 8.8 } };
-    for (const auto& [rate, milliseconds] : cases)
-    {
-        auto core = makeCore (rate);
-        const double samples = -1.0 / std::log (1.0 - core->getSmoothCoeff());
-        EXPECT_NEAR (samples / rate * 1000.0, milliseconds, 0.05) << rate;
-    }
-}
-
-TEST (VantriceCore, ZeroLengthRunPublishesMetersAndChangesNothingElse)
-{
-    auto core = makeCore();
-    runStereo (*core, stereoNoise (500, 3));
-    const double holdPhaseBefore = core->getLeft().holdPhase;
-    const double heldBefore = core->getLeft().heldValue;
-    const double peakBefore = core->getLeft().meterPeak;
-    const float noiseBefore = core->getNoise();
-    const int ringBefore = core->getRingIndex();
-
-    float dummy = 0.5f;
-    float* l = &dummy;
-    float* r = &dummy;
-    core->processStereo (&l, &r, 0);
-
-    EXPECT_EQ (dummy, 0.5f);
-    EXPECT_EQ (core->getNoise(), noiseBefore);
-    EXPECT_EQ (core->getLeft().holdPhase, holdPhaseBefore);
-    EXPECT_EQ (core->getLeft().heldValue, heldBefore);
-    EXPECT_EQ (core->getRingIndex(), ringBefore);
-
-    float ml = -1.0f, mr = -1.0f;
-    core->readMeters (ml, mr);
-    EXPECT_EQ (ml, (float) peakBefore);
-}
-
-TEST (VantriceCore, RateChangeKeepsTheNoiseSequence)
-{
-    auto a = makeCore();
-    auto b = makeCore();
-    runStereo (*a, stereoNoise (100, 1));
-    runStereo (*b, stereoNoise (100, 1));
-    b->setSampleRate (96000.0f);
-    EXPECT_EQ (a->getNoise(), b->getNoise());
-
-    // The next core sample of each draws the same value.
-    runStereo (*a, stereoNoise (1, 2));
-    auto oneCoreSample = stereoNoise (3, 2);
-    runStereo (*b, oneCoreSample, 1);
-    EXPECT_EQ (a->getNoise(), b->getNoise());
-}
-
 TEST (VantriceCore, UnlinkedChannelsWithTheSameSettingsDifferOnlyByTheQuantiserScale)
 {
     // Left scale 2^b - 1, right 2^b: at 1 bit the levels are 0 and 2.0 on the left, 0 and 1.0 on the
