@@ -20,83 +20,57 @@ constexpr double testRate = 44100.0;
 constexpr int blockSize = 256;
 constexpr int parameterCount = ParameterIndex::count;
 
-// One call into the core, as the family layer made it.
-struct CoreCall
-{
-    enum Kind
-    {
-        stereo,
-        mono,
-        parameter,
-        prepare,
-        sampleRate,
-        marker
-    };
-
-    Kind kind;
-    int number = 0;         // samples of a run, parameter id, block size, or rate
-    float value = 0.0f;     // the parameter's value
-    long leftOffset = 0;    // where a run starts in the block
-    long rightOffset = 0;   // the same for the right channel of a stereo run
-    long samplesBefore = 0; // samples the core had processed before this call, or inside a run
-};
-
-// Passes audio through, runs the family's preset fade on it and logs every call in order.
+/** Passes audio through, runs the family's preset fade on it and writes down every call in order, in a
+    form that reads well in a failure: "stereo 0+100" for a run of 100 samples from the block's start,
+    "param 5", "prepare 512", "rate 48000"; the test writes "|" between blocks. */
 class RecordingCore : public FerrowynEffectCore
 {
 public:
+    struct ParameterCall
+    {
+        int index;
+        float value;
+        long samplesBefore;
+    };
+
     RecordingCore()
         : FerrowynEffectCore (nullptr)
     {
     }
 
-    void prepare (int size) override { calls.push_back ({ CoreCall::prepare, size }); }
-
+    void prepare (int size) override { trace.push_back ("prepare " + std::to_string (size)); }
     void setSampleRate (float rate) override
     {
         info = RateInfo::forRate (rate);
-        calls.push_back ({ CoreCall::sampleRate, (int) rate });
+        trace.push_back ("rate " + std::to_string ((int) rate));
     }
-
     void setParameter (int index, float value) override
     {
-        calls.push_back ({ CoreCall::parameter, index, value, 0, 0, samplesDone });
+        if (index >= parameterCount)
+            return;
+        trace.push_back ("param " + std::to_string (index));
+        parameters.push_back ({ index, value, samplesDone });
     }
-
     int getLatency() override { return 0; }
-
     void processStereo (float** left, float** right, int numSamples) override
     {
-        calls.push_back (
-            { CoreCall::stereo, numSamples, 0.0f, *left - leftBase, *right - rightBase, samplesDone });
-        for (int i = 0; i < numSamples; ++i)
-        {
-            if (fadeActive && runFadeStep (info))
-            {
-                (*left)[i] = (float) ((*left)[i] * fadeGain);
-                (*right)[i] = (float) ((*right)[i] * fadeGain);
-            }
-            ++samplesDone;
-        }
+        const auto offset = *left - leftBase;
+        trace.push_back ("stereo " + std::to_string (offset) + "+" + std::to_string (numSamples)
+                         + (*right - rightBase != offset ? " right elsewhere" : ""));
+        run ({ *left, *right }, numSamples);
     }
-
     void processMono (float** channel, int numSamples) override
     {
-        calls.push_back ({ CoreCall::mono, numSamples, 0.0f, *channel - leftBase, 0, samplesDone });
-        for (int i = 0; i < numSamples; ++i)
-        {
-            if (fadeActive && runFadeStep (info))
-                (*channel)[i] = (float) ((*channel)[i] * fadeGain);
-            ++samplesDone;
-        }
+        trace.push_back ("mono " + std::to_string (*channel - leftBase) + "+" + std::to_string (numSamples));
+        run ({ *channel }, numSamples);
     }
 
     void forget()
     {
-        calls.clear();
+        trace.clear();
+        parameters.clear();
         samplesDone = 0;
     }
-
     // The block about to be processed: runs are told by their offsets into it.
     void expectBlock (const juce::AudioBuffer<float>& buffer)
     {
@@ -104,45 +78,19 @@ public:
         rightBase = buffer.getNumChannels() > 1 ? buffer.getReadPointer (1) : nullptr;
     }
 
-    // The calls in a form that reads well in a failure: "stereo 0+100", "param 5", "|" between blocks.
-    std::vector<std::string> trace (bool withPresetParameters = false) const
-    {
-        std::vector<std::string> out;
-        for (const auto& c : calls)
-        {
-            switch (c.kind)
-            {
-                case CoreCall::stereo:
-                    out.push_back ("stereo " + std::to_string (c.leftOffset) + "+" + std::to_string (c.number)
-                                   + (c.rightOffset != c.leftOffset
-                                          ? " right at " + std::to_string (c.rightOffset)
-                                          : std::string()));
-                    break;
-                case CoreCall::mono:
-                    out.push_back ("mono " + std::to_string (c.leftOffset) + "+" + std::to_string (c.number));
-                    break;
-                case CoreCall::parameter:
-                    if (withPresetParameters || c.number < parameterCount)
-                        out.push_back ("param " + std::to_string (c.number));
-                    break;
-                case CoreCall::prepare:
-                    out.push_back ("prepare " + std::to_string (c.number));
-                    break;
-                case CoreCall::sampleRate:
-                    out.push_back ("rate " + std::to_string (c.number));
-                    break;
-                case CoreCall::marker:
-                    out.push_back ("|");
-                    break;
-            }
-        }
-        return out;
-    }
-
-    std::vector<CoreCall> calls;
+    std::vector<std::string> trace;
+    std::vector<ParameterCall> parameters;
     long samplesDone = 0;
 
 private:
+    void run (std::initializer_list<float*> channels, int numSamples)
+    {
+        for (int i = 0; i < numSamples; ++i, ++samplesDone)
+            if (fadeActive && runFadeStep (info))
+                for (auto* channel : channels)
+                    channel[i] = (float) (channel[i] * fadeGain);
+    }
+
     RateInfo info;
     const float* leftBase = nullptr;
     const float* rightBase = nullptr;
@@ -246,8 +194,8 @@ protected:
     std::vector<long> parameterPositions()
     {
         std::vector<long> positions;
-        for (const auto& c : recorder().calls)
-            if (c.kind == CoreCall::parameter && (positions.empty() || positions.back() != c.samplesBefore))
+        for (const auto& c : recorder().parameters)
+            if (positions.empty() || positions.back() != c.samplesBefore)
                 positions.push_back (c.samplesBefore);
         return positions;
     }
@@ -331,19 +279,18 @@ TEST_P (FamilyLayerCuts, RunsTheCoreBetweenEventsAtTheirExactSamples)
         const int numEventsBefore = midi.getNumEvents();
 
         processBlock (midi);
-        recorder().calls.push_back ({ CoreCall::marker });
+        recorder().trace.push_back ("|");
 
         EXPECT_EQ (midi.getNumEvents(), numEventsBefore) << "the block's MIDI stays as it came";
     }
 
-    EXPECT_EQ (recorder().trace(), c.trace);
+    EXPECT_EQ (recorder().trace, c.trace);
     EXPECT_NEAR (value (5), c.leftCutoff, 1e-6f);
 
     // The core was last told the value the parameter has now.
-    const auto& calls = recorder().calls;
-    const auto last = std::find_if (calls.rbegin(), calls.rend(),
-                                    [] (const CoreCall& call)
-                                    { return call.kind == CoreCall::parameter && call.number == 5; });
+    const auto& calls = recorder().parameters;
+    const auto last =
+        std::find_if (calls.rbegin(), calls.rend(), [] (const auto& call) { return call.index == 5; });
     if (last != calls.rend())
     {
         EXPECT_FLOAT_EQ (last->value, value (5));
@@ -414,7 +361,7 @@ TEST_F (FamilyLayer, PrepareToPlayForgetsHeldEventsAndTellsTheCore)
     EXPECT_TRUE (plugin->isPrepared());
     processBlock();
 
-    EXPECT_EQ (recorder().trace(),
+    EXPECT_EQ (recorder().trace,
                (std::vector<std::string>{ "stereo 0+256", "prepare 512", "rate 48000", "stereo 0+256" }));
     EXPECT_FLOAT_EQ (value (5), 1.0f);
 
@@ -444,19 +391,14 @@ TEST_F (FamilyLayer, NormalProgramChangeAppliesThePresetAtItsSample)
                plugin->getPresetName (target));
 
     // Every value reached the core between the two runs.
-    const auto trace = recorder().trace();
+    const auto trace = recorder().trace;
     ASSERT_GE (trace.size(), 3u);
     EXPECT_EQ (trace.front(), "stereo 0+64");
     EXPECT_EQ (trace.back(), "stereo 64+192");
     for (size_t i = 1; i + 1 < trace.size(); ++i)
         EXPECT_EQ (trace[i].rfind ("param ", 0), 0u) << trace[i];
-    for (const auto& c : recorder().calls)
-    {
-        if (c.kind == CoreCall::parameter && c.number < parameterCount)
-        {
-            EXPECT_EQ (c.value, slotValues (target)[(size_t) c.number]) << "parameter " << c.number;
-        }
-    }
+    for (const auto& c : recorder().parameters)
+        EXPECT_EQ (c.value, slotValues (target)[(size_t) c.index]) << "parameter " << c.index;
 }
 
 TEST_F (FamilyLayer, ProgramChangeToTheSelectedPresetReloadsIt)
@@ -559,13 +501,8 @@ TEST_F (FamilyLayer, SecondSilentChangeDuringTheFadeOutAppliesOnlyTheLast)
     EXPECT_GE (positions[0], 3400);
     EXPECT_LE (positions[0], 3500);
     EXPECT_EQ (liveValues(), slotValues (second));
-    for (const auto& c : recorder().calls)
-    {
-        if (c.kind == CoreCall::parameter && c.number < parameterCount)
-        {
-            EXPECT_EQ (c.value, slotValues (second)[(size_t) c.number]) << "parameter " << c.number;
-        }
-    }
+    for (const auto& c : recorder().parameters)
+        EXPECT_EQ (c.value, slotValues (second)[(size_t) c.index]) << "parameter " << c.index;
 }
 
 TEST_F (FamilyLayer, SecondSilentChangeDuringTheFadeInGoesBackDownFromTheGainReached)
@@ -647,7 +584,7 @@ TEST_P (FamilyLayerChannels, RunStereoOnlyForTwoInTwoOut)
     juce::MidiBuffer midi;
     process (buffer, midi);
 
-    EXPECT_EQ (recorder().trace(), (std::vector<std::string>{ c.run }));
+    EXPECT_EQ (recorder().trace, (std::vector<std::string>{ c.run }));
     for (int i = 0; i < blockSize; ++i)
         ASSERT_EQ (buffer.getSample (0, i), 0.25f) << "sample " << i;
 
