@@ -191,33 +191,6 @@ TEST (RenderCommand, DemoRendersWithoutAnInputFile)
     EXPECT_EQ (folder.listFiles(), juce::StringArray ("demo.wav"));
 }
 
-TEST (RenderCommand, WritesWhatTheProcessorGives)
-{
-    RenderTestFolder folder;
-    const auto input = sine (2, 3000, 441.0, 0.5, 44100.0);
-    folder.writeWav ("in.wav", input, 44100.0);
-    folder.writeWav ("out.wav", sine (1, 10, 1.0, 0.1, 44100.0), 44100.0); // replaced, not appended to
-
-    const auto run = folder.run ({ "in.wav", "out.wav", "--preset", "dist'n'crush", "--param",
-                                   "Output Volume=-3.0dB", "--block", "7", "--quiet" });
-    ASSERT_EQ (run.code, 0) << run.err;
-
-    PluginHarness reference;
-    for (int i = 0; i < reference->getNumPresets(); ++i)
-        if (reference->getPresetName (i) == "Dist'n'Crush")
-            reference->programChange (i);
-    auto* volume = reference->getParameters()[15];
-    volume->setValue (volume->getValueForText ("-3.0dB"));
-    reference->setPlayConfigDetails (2, 2, 44100.0, input.getNumSamples());
-    reference->prepareToPlay (44100.0, input.getNumSamples());
-    auto expected = input;
-    juce::MidiBuffer noMidi;
-    reference->processBlock (expected, noMidi);
-
-    EXPECT_TRUE (identical (folder.readAudio ("out.wav"), expected));
-    EXPECT_EQ (folder.listFiles(), juce::StringArray ("in.wav", "out.wav"));
-}
-
 TEST (RenderCommand, RendersOnlyTheAudioAFileHolds)
 {
     // A header that claims two gigabytes of samples in a file of a few hundred bytes, with forty kilobytes

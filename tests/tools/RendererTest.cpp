@@ -254,52 +254,6 @@ INSTANTIATE_TEST_SUITE_P (Table, RendererMidiLanding,
                                              LandingCase{ false, 511, 512 }, LandingCase{ false, 512, 512 },
                                              LandingCase{ false, 513, 7 }, LandingCase{ false, 4321, 1 }));
 
-struct RateCase
-{
-    double rate;
-    bool supported;
-};
-
-class RendererRates : public ::testing::TestWithParam<RateCase>
-{
-};
-
-TEST_P (RendererRates, RefusesWhatTheProcessorCannotRun)
-{
-    const auto& c = GetParam();
-    if (c.supported)
-    {
-        EXPECT_NO_THROW (Renderer::checkSampleRate (c.rate));
-        return;
-    }
-    try
-    {
-        Renderer::checkSampleRate (c.rate);
-        FAIL() << "no error for " << c.rate;
-    }
-    catch (const RenderError& e)
-    {
-        EXPECT_EQ (e.getCode(), RenderError::inputFile);
-        EXPECT_TRUE (e.getMessage().contains ("not supported")) << e.what();
-    }
-}
-
-INSTANTIATE_TEST_SUITE_P (Table, RendererRates,
-                          ::testing::Values (RateCase{ 44100.0, true }, RateCase{ 48000.0, true },
-                                             RateCase{ 88200.0, true }, RateCase{ 96000.0, true },
-                                             RateCase{ 176400.0, true }, RateCase{ 192000.0, true },
-                                             RateCase{ 11025.0, false }, RateCase{ 44100.5, false },
-                                             RateCase{ 0.0, false }, RateCase{ 1.0e6, false }));
-
-TEST (Renderer, ZeroLengthInputGivesZeroLengthOutput)
-{
-    Renderer renderer;
-    juce::AudioBuffer<float> empty (2, 0);
-    const auto result = renderer.render (empty, 44100.0, 512, {}, true);
-    EXPECT_EQ (result.output.getNumChannels(), 2);
-    EXPECT_EQ (result.output.getNumSamples(), 0);
-}
-
 TEST (Renderer, SettingsLiveInAFolderOfItsOwnThatIsRemoved)
 {
     juce::File settings;
