@@ -20,14 +20,6 @@ constexpr int settingsPreset = 9; // a slot of the factory bank's first group
 
 juce::String rateText (double rate) { return juce::String ((int) rate) + " Hz"; }
 
-/** Runs a block of silence so that formats that report latency with their audio have done so. */
-void processOneBlock (juce::AudioProcessor& processor, int blockSize)
-{
-    juce::AudioBuffer<float> silence (2, blockSize);
-    silence.clear();
-    juce::MidiBuffer none;
-    processor.processBlock (silence, none);
-}
 } // namespace
 
 AudioChecks::AudioChecks (FormatUnderTest& formatToCheck)
@@ -114,7 +106,7 @@ void AudioChecks::checkLatencyFollowsRate()
     {
         instance->releaseResources();
         FormatUnderTest::prepare (*instance, entry.rate, maxBlockSize);
-        processOneBlock (*instance, maxBlockSize);
+        FormatUnderTest::playSilence (*instance, maxBlockSize);
         MessagePump::runUntil ([&] { return instance->getLatencySamples() == entry.latency; });
         if (instance->getLatencySamples() != entry.latency)
             wrong.add (rateText (entry.rate) + ": " + juce::String (instance->getLatencySamples()));

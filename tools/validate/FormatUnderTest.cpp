@@ -2,6 +2,7 @@
 
 #include "ExpectedPlugin.h"
 #include "HostStateCodec.h"
+#include "MessagePump.h"
 
 FormatUnderTest::FormatUnderTest (PluginLoader& loaderToUse, const juce::String& name, const juce::File& path,
                                   const juce::File& root, ValidationReport& reportToUse)
@@ -56,6 +57,16 @@ void FormatUnderTest::prepare (juce::AudioPluginInstance& instance, double sampl
 {
     instance.setRateAndBufferSizeDetails (sampleRate, maxBlockSize);
     instance.prepareToPlay (sampleRate, maxBlockSize);
+}
+
+void FormatUnderTest::playSilence (juce::AudioPluginInstance& instance, int blockSize)
+{
+    juce::AudioBuffer<float> silence (
+        juce::jmax (instance.getTotalNumInputChannels(), instance.getTotalNumOutputChannels()), blockSize);
+    silence.clear();
+    juce::MidiBuffer none;
+    instance.processBlock (silence, none);
+    MessagePump::runBriefly();
 }
 
 std::unique_ptr<juce::AudioPluginInstance> FormatUnderTest::create (double sampleRate, int maxBlockSize)

@@ -35,6 +35,9 @@ public:
     std::unique_ptr<juce::AudioPluginInstance> createUnprepared (double sampleRate, int maxBlockSize,
                                                                  juce::String& error);
     static void prepare (juce::AudioPluginInstance& instance, double sampleRate, int maxBlockSize);
+    /** Plays a block of silence and lets the message thread run, after which the formats that deliver
+        parameters, values or latency with the audio or to their controller have done so. */
+    static void playSilence (juce::AudioPluginInstance& instance, int blockSize);
 
     /** The plug-in's chunk inside the state the host saves for the instance. */
     juce::MemoryBlock getChunk (juce::AudioPluginInstance& instance) const;

@@ -53,17 +53,8 @@ juce::String name (int index) { return ExpectedPlugin::parameters[(size_t) index
 
 juce::String quoted (const juce::String& text) { return "\"" + text + "\""; }
 
-/** Lets a hosted instance take in what the host set: a block for the formats that deliver parameters
-    with the audio, and the message thread for those that deliver them to the controller. */
-void deliver (juce::AudioPluginInstance& instance)
-{
-    juce::AudioBuffer<float> silence (
-        juce::jmax (instance.getTotalNumInputChannels(), instance.getTotalNumOutputChannels()), checkBlock);
-    silence.clear();
-    juce::MidiBuffer none;
-    instance.processBlock (silence, none);
-    MessagePump::runBriefly();
-}
+/** Lets a hosted instance take in what the host set. */
+void deliver (juce::AudioPluginInstance& instance) { FormatUnderTest::playSilence (instance, checkBlock); }
 } // namespace
 
 ParameterChecks::ParameterChecks (FormatUnderTest& formatToCheck)

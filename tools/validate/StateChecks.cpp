@@ -138,11 +138,7 @@ void StateChecks::checkRoundTrip()
     if (auto shownInstance = format.createPrepared (checkRate, maxBlockSize))
     {
         shownInstance->setStateInformation (saved.getData(), (int) saved.getSize());
-        juce::AudioBuffer<float> silence (2, maxBlockSize);
-        silence.clear();
-        juce::MidiBuffer none;
-        shownInstance->processBlock (silence, none);
-        MessagePump::runBriefly();
+        FormatUnderTest::playSilence (*shownInstance, maxBlockSize);
 
         const auto values = ParameterSet::random (seedBase);
         const auto shown = ParameterSet::readFrom (*shownInstance);
