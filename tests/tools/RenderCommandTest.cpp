@@ -57,6 +57,7 @@ void writeFixtures (const RenderTestFolder& folder)
     folder.writeText ("other.xml", "<Something application=\"Vantrice\"/>");
     folder.writeText ("corrupt.mid", "MThd but then nothing that makes sense");
     folder.file ("folder.wav").createDirectory();
+    folder.file ("in.wav").createSymbolicLink (folder.file ("link.wav"), true);
 
     juce::MemoryBlock otherState;
     juce::AudioProcessor::copyXmlToBinary (juce::XmlElement ("PluginState"), otherState);
@@ -112,6 +113,7 @@ INSTANTIATE_TEST_SUITE_P (
                    { "in.wav", "./sub/../in.wav" },
                    2,
                    "refusing to overwrite" },
+        ErrorCase{ "OutputIsALinkToTheInput", { "in.wav", "link.wav" }, 2, "refusing to overwrite" },
         ErrorCase{ "StateOverInput",
                    { "in.wav", "out.wav", "--save-state", "in.wav" },
                    2,

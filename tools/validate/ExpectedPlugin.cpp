@@ -22,13 +22,14 @@ const std::array<ExpectedPlugin::Parameter, ExpectedPlugin::numParameters> Expec
 } };
 
 // Texts at several values of each parameter, unlinked unless marked.
-const std::array<ExpectedPlugin::Text, 39> ExpectedPlugin::texts{ {
+const std::array<ExpectedPlugin::Text, 40> ExpectedPlugin::texts{ {
     { ParameterIndex::preamp, 0.0f, "0.0dB", false },
     { ParameterIndex::preamp, 0.5f, "+24.0dB", false },
     { ParameterIndex::preamp, 1.0f, "+48.0dB", false },
     { ParameterIndex::leftBits, 0.0f, "1 bit", false },
     { ParameterIndex::leftBits, 1.0f / 16.0f, "2 bits", false },
     { ParameterIndex::leftBits, 15.0f / 16.0f, "16 bits", false },
+    { ParameterIndex::leftBits, 0.55f, "10 bits", false }, // between steps: the nearest
     { ParameterIndex::leftBits, 1.0f, "Quant. Off", false },
     { ParameterIndex::leftFrequency, 0.0f, "44Hz", false },
     { ParameterIndex::leftFrequency, 1.0f, "44100Hz", false },

@@ -45,7 +45,7 @@ public:
     };
 
     static const std::array<Parameter, numParameters> parameters;
-    static const std::array<Text, 39> texts;
+    static const std::array<Text, 40> texts;
     static const std::array<RateLatency, 6> latencies;
 
     /** The four characters of the 2.4 unique id as the number the interface carries. */
