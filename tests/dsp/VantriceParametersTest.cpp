@@ -71,15 +71,6 @@ TEST (VantriceParameters, LinkedRightControlsReadLinkedAndTheHostHearsOfTheChang
     plugin->removeListener (&spy);
 }
 
-TEST (VantriceParameters, TextsFallBackToTheParameterWithoutACore)
-{
-    // Constructed but not started: no core yet.
-    auto plugin = std::make_unique<Vantrice>();
-    EXPECT_EQ (plugin->getParameterTextFor (15), "0.500000000");
-    EXPECT_EQ (plugin->getParameterTextFor (ParameterIndex::count), "");
-    EXPECT_EQ (plugin->getHostParameterName (ParameterIndex::count), "");
-}
-
 TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
 {
     PluginHarness plugin;
@@ -144,39 +135,6 @@ TEST (VantriceParameters, TypedTextIsTheExactInverseOfTheDisplay)
             EXPECT_EQ (host->getText (back, 100), text) << "parameter " << index << " at " << v;
         }
     }
-}
-
-TEST (VantriceParameters, TypedTextInUnits)
-{
-    PluginHarness plugin;
-    setParameter (*plugin, 13, 0.0f);
-    struct Case
-    {
-        int index;
-        const char* text;
-        const char* shown;
-    };
-    const Case cases[] = { { 1, "8 bits", "8 bits" },
-                           { 1, "Quant. Off", "Quant. Off" },
-                           { 2, "8000Hz", "8000Hz" },
-                           { 0, "+6.0dB", "+6.0dB" },
-                           { 15, "-Inf.", "-Inf." },
-                           { 15, "+6.0dB", "+6.0dB" },
-                           { 4, "LP", "LP" },
-                           { 13, "On", "On" },
-                           { 14, "25/75% (Dry/Wet)", "25/75% (Dry/Wet)" },
-                           { 16, "Pre", "Pre" },
-                           { 5, "1000Hz", "1000Hz" },
-                           { 6, "50%", "50%" } };
-    for (const auto& c : cases)
-    {
-        auto* host = plugin->getParameters()[c.index];
-        EXPECT_EQ (host->getText (host->getValueForText (c.text), 100), juce::String (c.shown)) << c.text;
-    }
-
-    auto* bits = plugin->getParameters()[1];
-    const float before = bits->getValue();
-    EXPECT_EQ (bits->getValueForText ("nonsense"), before) << "text of no value keeps the value";
 }
 
 TEST (VantriceParameters, FormatsSeeDistinctIdsAndValueListsThatIgnoreTheLink)

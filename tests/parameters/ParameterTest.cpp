@@ -311,33 +311,6 @@ TEST (ParameterTable, EmbeddedTableHoldsTheHostParametersAndAnotherRootEmptiesIt
     EXPECT_EQ (manager.getParameterByName ("Preamp"), nullptr);
 }
 
-TEST (ParameterTable, RefusedParameterIsDeletedNotLeaked)
-{
-    struct Tracked : FloatParameter
-    {
-        Tracked (int number, const juce::String& text, int& deletionCount)
-            : FloatParameter (number, text, 0, 1, 0)
-            , deleted (deletionCount)
-        {
-        }
-        ~Tracked() override { ++deleted; }
-        int& deleted;
-    };
-
-    int deletions = 0;
-    {
-        ParameterManager manager;
-        EXPECT_TRUE (manager.addParameter (new Tracked (0, "a", deletions)));
-        EXPECT_FALSE (manager.addParameter (new Tracked (0, "b", deletions)));
-        EXPECT_FALSE (manager.addParameter (new Tracked (5, "a", deletions)));
-        EXPECT_EQ (deletions, 2);
-        EXPECT_FALSE (manager.addParameter (manager.getParameter (0)));
-        EXPECT_EQ (deletions, 2);
-        EXPECT_EQ (manager.getNumParameters(), 1);
-    }
-    EXPECT_EQ (deletions, 3);
-}
-
 struct Recorder : Parameter::Listener
 {
     void parameterChanged (Parameter* parameter) override
