@@ -82,18 +82,6 @@ TEST (CoreMeters, MonoMeasuresTheLeftForBothAndLeavesTheRightIndicator)
     EXPECT_TRUE (r) << "mono leaves the right indicator as it was";
 }
 
-TEST (CoreMeters, RateChangeClearsActivityButKeepsThePeak)
-{
-    auto core = makeCore();
-    runStereo (*core, stereoNoise (1000, 4));
-    const double peak = core->getLeft().meterPeak;
-    core->setSampleRate (48000.0f);
-    EXPECT_FALSE (core->getLeft().active);
-    EXPECT_FALSE (core->getRight().active);
-    EXPECT_EQ (core->getLeft().envelope, 0.0);
-    EXPECT_EQ (core->getLeft().meterPeak, peak);
-}
-
 TEST (CoreFade, SilentChangeFadesOutAppliesAtSilenceHoldsAndFadesIn)
 {
     auto core = makeCore (44100.0, { { 14, 0.0f } });

@@ -305,27 +305,14 @@ INSTANTIATE_TEST_SUITE_P (
                  { { 0, 100, cc (20, 64) } },
                  { "stereo 0+100", "param 5", "stereo 100+156", "|", "stereo 0+256", "|" },
                  64 * ccScale },
-        CutCase{ "TwoEventsAtOnePosition",
-                 { { 0, 100, cc (20, 10) }, { 0, 100, cc (21, 90) } },
-                 { "stereo 0+100", "param 5", "param 6", "stereo 100+156", "|", "stereo 0+256", "|" },
-                 10 * ccScale },
         CutCase{ "SameControllerTwiceAtOnePosition",
                  { { 0, 40, cc (20, 10) }, { 0, 40, cc (20, 30) } },
                  { "stereo 0+40", "param 5", "param 5", "stereo 40+216", "|", "stereo 0+256", "|" },
                  30 * ccScale },
-        CutCase{ "FirstSample",
-                 { { 0, 0, cc (20, 5) } },
-                 { "param 5", "stereo 0+256", "|", "stereo 0+256", "|" },
-                 5 * ccScale },
         CutCase{ "LastSample",
                  { { 0, 255, cc (20, 5) } },
                  { "stereo 0+255", "param 5", "stereo 255+1", "|", "stereo 0+256", "|" },
                  5 * ccScale },
-        CutCase{ "SeveralPositions",
-                 { { 0, 200, cc (21, 1) }, { 0, 10, cc (20, 2) } },
-                 { "stereo 0+10", "param 5", "stereo 10+190", "param 6", "stereo 200+56", "|", "stereo 0+256",
-                   "|" },
-                 2 * ccScale },
         CutCase{ "BeyondTheBlockComesInTheNext",
                  { { 0, 300, cc (20, 64) } },
                  { "stereo 0+256", "|", "stereo 0+44", "param 5", "stereo 44+212", "|" },
@@ -348,26 +335,6 @@ INSTANTIATE_TEST_SUITE_P (
                  { "stereo 0+64", "stereo 64+192", "|", "stereo 0+128", "stereo 128+128", "|" },
                  1.0f }),
     [] (const ::testing::TestParamInfo<CutCase>& paramInfo) { return std::string (paramInfo.param.name); });
-
-TEST_F (FamilyLayer, PrepareToPlayForgetsHeldEventsAndTellsTheCore)
-{
-    plugin->getMidiControl().assign (20, plugin->getParameterManager().getParameter (5), true);
-    juce::MidiBuffer midi;
-    midi.addEvent (cc (20, 3), 300);
-    processBlock (midi);
-
-    plugin->setRateAndBufferSizeDetails (48000.0, 512);
-    plugin->prepareToPlay (48000.0, 512);
-    EXPECT_TRUE (plugin->isPrepared());
-    processBlock();
-
-    EXPECT_EQ (recorder().trace,
-               (std::vector<std::string>{ "stereo 0+256", "prepare 512", "rate 48000", "stereo 0+256" }));
-    EXPECT_FLOAT_EQ (value (5), 1.0f);
-
-    plugin->releaseResources();
-    EXPECT_FALSE (plugin->isPrepared());
-}
 
 //==============================================================================
 // Program changes.
@@ -399,26 +366,6 @@ TEST_F (FamilyLayer, NormalProgramChangeAppliesThePresetAtItsSample)
         EXPECT_EQ (trace[i].rfind ("param ", 0), 0u) << trace[i];
     for (const auto& c : recorder().parameters)
         EXPECT_EQ (c.value, slotValues (target)[(size_t) c.index]) << "parameter " << c.index;
-}
-
-TEST_F (FamilyLayer, ProgramChangeToTheSelectedPresetReloadsIt)
-{
-    const float stored = plugin->getPreset (0)->getValue (0);
-    const float edited = stored < 0.5f ? 0.75f : 0.25f;
-    plugin->getParameterManager().setNormalizedValue (0, edited);
-    ASSERT_EQ (plugin->getStoringMode(), BasePluginOldStyle::onDemand);
-
-    // The browser's path leaves the selected preset alone; a program change loads it again.
-    plugin->selectPreset (0);
-    EXPECT_EQ (value (0), edited);
-
-    juce::MidiBuffer midi;
-    midi.addEvent (juce::MidiMessage::programChange (1, 0), 10);
-    processBlock (midi);
-
-    EXPECT_EQ (plugin->getCurrentPreset(), 0);
-    EXPECT_EQ (value (0), stored);
-    EXPECT_EQ (plugin->getPreset (0)->getValue (0), stored);
 }
 
 TEST_F (FamilyLayer, SilentProgramChangeFadesOutAppliesAtSilenceHoldsAndFadesIn)
