@@ -20,17 +20,6 @@ juce::AudioBuffer<float> sine (int numChannels, int numSamples, double hz, doubl
     return buffer;
 }
 
-bool identical (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
-{
-    if (a.getNumChannels() != b.getNumChannels() || a.getNumSamples() != b.getNumSamples())
-        return false;
-    for (int c = 0; c < a.getNumChannels(); ++c)
-        for (int i = 0; i < a.getNumSamples(); ++i)
-            if (a.getSample (c, i) != b.getSample (c, i))
-                return false;
-    return true;
-}
-
 /** The names, sizes and contents of every file in the folder. */
 juce::String snapshot (const RenderTestFolder& folder)
 {

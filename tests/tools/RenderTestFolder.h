@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AudioComparison.h"
 #include "RenderCommand.h"
 #include "common/ScratchFolder.h"
 
@@ -100,3 +101,10 @@ public:
     ScratchFolder scratch;
     const juce::File folder;
 };
+
+/** Whether two renders have the same size and every sample the same bits. */
+inline bool identical (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
+{
+    juce::String whyNot;
+    return AudioComparison::identical (a, b, whyNot);
+}

@@ -1,5 +1,6 @@
 #include "Renderer.h"
 #include "RenderError.h"
+#include "RenderTestFolder.h"
 
 #include "support/PluginHarness.h"
 
@@ -32,22 +33,6 @@ int presetIndex (Vantrice& processor, const juce::String& name)
         if (processor.getPresetName (i) == name)
             return i;
     return -1;
-}
-
-/** The first sample, over all channels, at which the two buffers differ; -1 if none does. */
-int firstDifference (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
-{
-    for (int i = 0; i < a.getNumSamples(); ++i)
-        for (int c = 0; c < a.getNumChannels(); ++c)
-            if (a.getSample (c, i) != b.getSample (c, i))
-                return i;
-    return -1;
-}
-
-bool identical (const juce::AudioBuffer<float>& a, const juce::AudioBuffer<float>& b)
-{
-    return a.getNumChannels() == b.getNumChannels() && a.getNumSamples() == b.getNumSamples()
-           && firstDifference (a, b) < 0;
 }
 
 /** The events of the block-size tests: a program change, a mapped controller, two events on one sample,
@@ -110,7 +95,7 @@ TEST_P (RendererBlocks, OutputIsTheProcessorsOwnForEveryBlockSize)
     EXPECT_EQ (result.latencySamples, reference->getLatencySamples());
     EXPECT_EQ (renderer.getProcessor().getTotalNumInputChannels(), c.numChannels);
     ASSERT_EQ (result.output.getNumSamples(), numSamples);
-    EXPECT_EQ (firstDifference (result.output, expected), -1);
+    EXPECT_EQ (AudioComparison::firstDifference (result.output, expected), -1);
     EXPECT_EQ (renderer.getProcessor().getCurrentPreset(), target);
     EXPECT_FALSE (identical (result.output, input));
 }
@@ -244,7 +229,7 @@ TEST_P (RendererMidiLanding, EventTakesEffectAtItsExactSample)
         return r.render (input, rate, c.blockSize, events).output;
     };
 
-    EXPECT_EQ (firstDifference (renderWith (midi), renderWith ({})), c.position);
+    EXPECT_EQ (AudioComparison::firstDifference (renderWith (midi), renderWith ({})), c.position);
 }
 
 INSTANTIATE_TEST_SUITE_P (Table, RendererMidiLanding,
