@@ -52,6 +52,10 @@ public:
         parameters.push_back ({ index, value, samplesDone });
     }
     int getLatency() override { return 0; }
+    void clockTick (int index, Clock*) override
+    {
+        trace.push_back ("tick " + std::to_string (index) + " at " + std::to_string (samplesDone));
+    }
     void processStereo (float** left, float** right, int numSamples) override
     {
         const auto offset = *left - leftBase;
@@ -100,8 +104,9 @@ private:
 class RecordingEffect : public FerrowynOldCompatible
 {
 public:
-    RecordingEffect()
+    explicit RecordingEffect (int clocksToMake = 0)
         : FerrowynOldCompatible (parameterCount)
+        , numClocks (clocksToMake)
     {
     }
 
@@ -109,8 +114,12 @@ public:
     juce::String getPluginCode() const override { return "VT"; }
     int getNumberOfParameters() const override { return parameterCount; }
     Core* createCore() override { return new RecordingCore(); }
+    int getNumberOfClocks() const override { return numClocks; }
 
     RecordingCore* getRecorder() const { return static_cast<RecordingCore*> (getCore()); }
+
+private:
+    const int numClocks;
 };
 
 class FamilyLayer : public ::testing::Test
@@ -118,9 +127,9 @@ class FamilyLayer : public ::testing::Test
 protected:
     void SetUp() override { plugin = startPlugin(); }
 
-    std::unique_ptr<RecordingEffect> startPlugin()
+    std::unique_ptr<RecordingEffect> startPlugin (int clocksToMake = 0)
     {
-        auto p = std::make_unique<RecordingEffect>();
+        auto p = std::make_unique<RecordingEffect> (clocksToMake);
         p->start (scratch.getChildFile ("Vantrice.so"));
         p->setRateAndBufferSizeDetails (testRate, blockSize);
         p->prepareToPlay (testRate, blockSize);
@@ -501,61 +510,73 @@ TEST_F (FamilyLayer, SilentChangeDuringTheHoldAppliesAtOnceAndHoldsAgain)
 //==============================================================================
 // Channels.
 
-struct ChannelCase
+// Stereo runs for two in and two out only, mono otherwise; an output without an input of its own is
+// cleared.
+TEST_F (FamilyLayer, RunsStereoOnlyForTwoInTwoOut)
 {
-    const char* name;
-    int inputs;
-    int outputs;
-    const char* run;
-};
-
-void PrintTo (const ChannelCase& c, std::ostream* out) { *out << c.name; }
-
-class FamilyLayerChannels : public FamilyLayer, public ::testing::WithParamInterface<ChannelCase>
-{
-};
-
-TEST_P (FamilyLayerChannels, RunStereoOnlyForTwoInTwoOut)
-{
-    const auto& c = GetParam();
-    plugin->setPlayConfigDetails (c.inputs, c.outputs, testRate, blockSize);
-    ASSERT_EQ (plugin->getTotalNumInputChannels(), c.inputs);
-    ASSERT_EQ (plugin->getTotalNumOutputChannels(), c.outputs);
-    plugin->prepareToPlay (testRate, blockSize);
-    recorder().forget();
-
-    juce::AudioBuffer<float> buffer (juce::jmax (c.inputs, c.outputs), blockSize);
-    for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
-        juce::FloatVectorOperations::fill (buffer.getWritePointer (channel), 0.25f * (float) (channel + 1),
-                                           blockSize);
-    juce::MidiBuffer midi;
-    process (buffer, midi);
-
-    EXPECT_EQ (recorder().trace, (std::vector<std::string>{ c.run }));
-    for (int i = 0; i < blockSize; ++i)
-        ASSERT_EQ (buffer.getSample (0, i), 0.25f) << "sample " << i;
-
-    // An output without an input of its own is cleared.
-    for (int channel = c.inputs; channel < c.outputs; ++channel)
-        for (int i = 0; i < blockSize; ++i)
-            ASSERT_EQ (buffer.getSample (channel, i), 0.0f) << "channel " << channel << " sample " << i;
-    if (c.inputs == 2 && c.outputs == 2)
+    for (const auto& [inputs, outputs] :
+         { std::pair{ 2, 2 }, std::pair{ 1, 2 }, std::pair{ 1, 1 }, std::pair{ 2, 1 } })
     {
-        for (int i = 0; i < blockSize; ++i)
-            ASSERT_EQ (buffer.getSample (1, i), 0.5f) << "sample " << i;
+        SCOPED_TRACE (std::to_string (inputs) + " in, " + std::to_string (outputs) + " out");
+        plugin->setPlayConfigDetails (inputs, outputs, testRate, blockSize);
+        plugin->prepareToPlay (testRate, blockSize);
+        recorder().forget();
+        juce::AudioBuffer<float> buffer (juce::jmax (inputs, outputs), blockSize);
+        for (int channel = 0; channel < buffer.getNumChannels(); ++channel)
+            juce::FloatVectorOperations::fill (buffer.getWritePointer (channel),
+                                               0.25f * (float) (channel + 1), blockSize);
+        juce::MidiBuffer midi;
+        process (buffer, midi);
+        EXPECT_EQ (recorder().trace,
+                   (std::vector<std::string>{ inputs == 2 && outputs == 2 ? "stereo 0+256" : "mono 0+256" }));
+        for (int channel = 0; channel < outputs; ++channel)
+            EXPECT_EQ (buffer.getSample (channel, blockSize - 1),
+                       channel < inputs ? 0.25f * (float) (channel + 1) : 0.0f);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P (Layouts, FamilyLayerChannels,
-                          ::testing::Values (ChannelCase{ "TwoInTwoOut", 2, 2, "stereo 0+256" },
-                                             ChannelCase{ "OneInTwoOut", 1, 2, "mono 0+256" },
-                                             ChannelCase{ "OneInOneOut", 1, 1, "mono 0+256" },
-                                             ChannelCase{ "TwoInOneOut", 2, 1, "mono 0+256" }),
-                          [] (const ::testing::TestParamInfo<ChannelCase>& paramInfo)
-                          { return std::string (paramInfo.param.name); });
+/** A host playing from the start at 120 bpm. */
+struct PlayingHead : juce::AudioPlayHead
+{
+    juce::Optional<PositionInfo> getPosition() const override
+    {
+        PositionInfo info;
+        info.setBpm (120.0);
+        info.setPpqPosition (ppq);
+        info.setIsPlaying (true);
+        return info;
+    }
+    double ppq = 0.0;
+};
 
-//==============================================================================
-// Latency, on the product's own core.
+// This effect never makes a clock, but a family member with one has its runs cut at the clock's edges on
+// the host's grid: sixteenth notes of 5512.5 samples, the gate opening at 0, 5513 and 11025.
+TEST_F (FamilyLayer, RunsAreCutAtTheClockEdgesOfTheHostsGrid)
+{
+    plugin = startPlugin (1);
+    PlayingHead head;
+    plugin->setPlayHead (&head);
+    plugin->prepareToPlay (testRate, 4096);
+    recorder().forget();
+    for (int block = 0; block < 3; ++block)
+    {
+        head.ppq = block * 4096 / 22050.0; // quarters at 120 bpm and 44100 Hz
+        juce::AudioBuffer<float> buffer (2, 4096);
+        buffer.clear();
+        juce::MidiBuffer midi;
+        process (buffer, midi);
+    }
+    std::vector<std::string> ticks;
+    for (const auto& call : recorder().trace)
+    {
+        if (call.rfind ("tick", 0) == 0)
+            ticks.push_back (call);
+        EXPECT_EQ (call.find ("+0"), std::string::npos) << "an empty run";
+    }
+    EXPECT_EQ (ticks, (std::vector<std::string>{ "tick 0 at 0", "tick 0 at 5513", "tick 0 at 11025" }));
+    EXPECT_EQ (recorder().samplesDone, 3 * 4096);
+    plugin->setPlayHead (nullptr);
+}
 
 // Each new rate brings its own latency, reported to the host; a rate the core can't run has none.
 TEST (VantriceLatency, FollowsTheRateAtEachPrepare)

@@ -162,37 +162,4 @@ TEST (MidiMapFile, UnreadableFilesChangeNothing)
     }
 }
 
-TEST (MidiMapFile, InitialiseLoadsTheDefaultMapOnlyWhenItIsOn)
-{
-    juce::TemporaryFile file (".vtccmap");
-    file.getFile().replaceWithText (
-        R"(<MidiControlMap name="Vantrice"><assign CC="3" param="FX"/></MidiControlMap>)");
-
-    struct InitialiseCase
-    {
-        bool useDefault;
-        juce::String path;
-        int expectedAssignments;
-    };
-
-    const InitialiseCase cases[] = {
-        { true, file.getFile().getFullPathName(), 1 },
-        { false, file.getFile().getFullPathName(), 0 },
-        { true, "", 0 },
-        { true, "relative/map.vtccmap", 0 },
-    };
-
-    for (const auto& c : cases)
-    {
-        SCOPED_TRACE (c.path + (c.useDefault ? " on" : " off"));
-        MidiTestTable table;
-        table.midi.setUseDefaultMap (c.useDefault);
-        table.midi.setDefaultMapFile (c.path);
-        table.midi.initialise ("Vantrice");
-
-        EXPECT_EQ (table.midi.getApplicationName(), "Vantrice");
-        EXPECT_EQ (table.midi.getNumAssignments(), c.expectedAssignments);
-        pumpMessages();
-    }
-}
 } // namespace

@@ -351,24 +351,3 @@ TEST (PresetManager, CopyAndPaste)
     EXPECT_EQ (plugin->getParameterManager().getStringValue (presetNameId), "MPC 60_copy");
     EXPECT_TRUE (plugin->isClipboardFilled());
 }
-
-TEST (PresetManager, SilentChangeWithoutAudioWaitsForBlocks)
-{
-    PluginHarness plugin;
-    plugin->setChangingType (BasePluginOldStyle::silent);
-    const float before = live (*plugin, 0);
-    plugin->selectPreset (1);
-    EXPECT_EQ (plugin->getCurrentPreset(), 1);
-    EXPECT_EQ (live (*plugin, 0), before) << "nothing changes until blocks flow";
-
-    plugin->prepareToPlay (44100.0, 512);
-    juce::AudioBuffer<float> buffer (2, 512);
-    juce::MidiBuffer midi;
-    for (int block = 0; block < 10; ++block)
-    {
-        buffer.clear();
-        plugin->processBlock (buffer, midi);
-    }
-    EXPECT_EQ (live (*plugin, 0), plugin->getPreset (1)->getValue (0));
-    EXPECT_EQ (plugin->getParameterManager().getStringValue (presetNameId), "16bit 8kHz");
-}
