@@ -30,32 +30,6 @@ int measuredImpulseDelay (double rate)
 
 } // namespace
 
-TEST (RateConverter, PassesDcAtUnityAndTheFirstTapFallsOutWithAFraction)
-{
-    for (const auto& [in, out] : std::vector<std::pair<int, int>>{ { 48000, 44100 }, { 44100, 48000 } })
-    {
-        RateConverter c (in, out);
-        double result[RateConverter::maxOutputsPerCall];
-        double last = 0.0;
-        for (int i = 0; i < 1000; ++i)
-        {
-            const int n = c.process (1.0, result);
-            if (n > 0)
-                last = result[n - 1];
-        }
-        EXPECT_NEAR (last, 1.0, 2e-3) << in << " to " << out;
-
-        for (int p = 0; p < c.getPhaseCount(); ++p)
-        {
-            const double fraction = p * c.getRatio() - std::floor (p * c.getRatio());
-            if (fraction > 0.0)
-            {
-                EXPECT_EQ (c.getCoefficients (p)[0], 0.0);
-            }
-        }
-    }
-}
-
 class FamilyRate : public ::testing::TestWithParam<ExpectedPlugin::RateLatency>
 {
 };

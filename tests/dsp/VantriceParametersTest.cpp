@@ -48,29 +48,6 @@ TEST (VantriceParameters, TextsAreTheHostVisibleOnes)
     }
 }
 
-TEST (VantriceParameters, LinkedRightControlsReadLinkedAndTheHostHearsOfTheChangeOnce)
-{
-    PluginHarness plugin;
-    HostSpy spy;
-    plugin->addListener (&spy);
-
-    for (int index : { 7, 8, 9, 10, 11, 12, 17 })
-    {
-        EXPECT_EQ (plugin->getParameterTextFor (index), "linked") << index;
-        EXPECT_EQ (plugin->getParameters()[index]->getCurrentValueAsText(), "linked") << index;
-        EXPECT_NE (plugin->getParameters()[index]->getText (0.0f, 100), "linked") << "a value's own text";
-    }
-    EXPECT_EQ (plugin->getParameterTextFor (13), "On");
-
-    setParameter (*plugin, 8, 0.0f);
-    setParameter (*plugin, 13, 0.0f);
-    EXPECT_EQ (spy.infoChanges, 1);
-    EXPECT_EQ (plugin->getParameterTextFor (13), "Off");
-    EXPECT_EQ (plugin->getParameterTextFor (8), "44Hz") << "the value moved while linked comes into effect";
-    EXPECT_EQ (plugin->getParameterTextFor (7), "Quant. Off");
-    plugin->removeListener (&spy);
-}
-
 TEST (VantriceParameters, HostSeesEighteenNamedParametersWithTheirSteps)
 {
     PluginHarness plugin;

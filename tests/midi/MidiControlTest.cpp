@@ -113,34 +113,6 @@ TEST (MidiControl, AssignKeepsOneControllerPerParameter)
     EXPECT_EQ (table.midi.findController (nullptr), -1);
 }
 
-TEST (MidiControl, MapChangesAreToldOnTheMessageThreadOnlyWhenAsked)
-{
-    MidiTestTable table;
-    MidiRecorder recorder;
-    table.midi.addListener (&recorder);
-    auto* preamp = table.byName ("Preamp");
-
-    table.midi.assign (1, preamp, false);
-    pumpMessages();
-    EXPECT_TRUE (recorder.calls.isEmpty());
-
-    table.midi.assign (1, preamp, true);
-    pumpMessages();
-    EXPECT_TRUE (recorder.calls.isEmpty());
-
-    table.midi.assign (2, preamp, true);
-    table.midi.clearController (2);
-    EXPECT_TRUE (recorder.calls.isEmpty());
-    pumpMessages();
-    EXPECT_EQ (recorder.calls, juce::StringArray ("map"));
-
-    recorder.calls.clear();
-    table.midi.clearController (2);
-    table.midi.clearAll();
-    pumpMessages();
-    EXPECT_EQ (recorder.calls, juce::StringArray ("map"));
-}
-
 TEST (MidiControl, ClearControllerAndClearAll)
 {
     MidiTestTable table;

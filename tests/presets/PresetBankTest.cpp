@@ -325,15 +325,6 @@ TEST (PresetManager, StoringModesDecideWhetherTheSlotFollows)
     EXPECT_EQ (plugin->getPresetName (0), "MPC 60");
 }
 
-TEST (PresetManager, RenamingThroughTheNameParameterReachesTheSlot)
-{
-    PluginHarness plugin;
-    plugin->getParameterManager().setStringValue (presetNameId, "My Crush");
-    EXPECT_EQ (plugin->getPresetName (0), "My Crush");
-    plugin->setPresetName (0, "Again");
-    EXPECT_EQ (plugin->getParameterManager().getStringValue (presetNameId), "Again");
-}
-
 TEST (PresetManager, CopyAndPaste)
 {
     PluginHarness plugin;

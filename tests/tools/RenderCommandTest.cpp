@@ -1,4 +1,3 @@
-#include "DemoSignal.h"
 #include "RenderTestFolder.h"
 #include "Renderer.h"
 
@@ -162,25 +161,6 @@ INSTANTIATE_TEST_SUITE_P (
                    6,
                    "doesn't exist" }),
     [] (const ::testing::TestParamInfo<ErrorCase>& param) { return std::string (param.param.name); });
-
-TEST (RenderCommand, DemoRendersWithoutAnInputFile)
-{
-    RenderTestFolder folder;
-    const auto run = folder.run ({ "-q", "demo.wav" });
-    ASSERT_EQ (run.code, 0) << run.err;
-    EXPECT_TRUE (run.out.empty());
-
-    double rate = 0.0;
-    const auto written = folder.readAudio ("demo.wav", &rate);
-    EXPECT_EQ (rate, DemoSignal::defaultSampleRate);
-
-    Renderer renderer;
-    const auto expected = renderer.render (DemoSignal::create(), DemoSignal::defaultSampleRate).output;
-    EXPECT_EQ (written.getNumChannels(), 2);
-    EXPECT_EQ (written.getNumSamples(), 8 * 44100);
-    EXPECT_TRUE (identical (written, expected));
-    EXPECT_EQ (folder.listFiles(), juce::StringArray ("demo.wav"));
-}
 
 TEST (RenderCommand, RendersOnlyTheAudioAFileHolds)
 {
