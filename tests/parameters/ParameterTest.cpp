@@ -1,4 +1,4 @@
-#include "ExpectedPlugin.h"
+#include "dsp/ParameterIndex.h"
 #include "parameters/FloatParameter.h"
 #include "parameters/IntParameter.h"
 #include "parameters/ParameterManager.h"
@@ -272,27 +272,17 @@ TEST (ParameterTable, AutomatableOnlyWhenTheRowSaysSo)
         EXPECT_FALSE (fromRow (row)->isAutomatable()) << row;
 }
 
-TEST (ParameterTable, EmbeddedTableHoldsTheHostParametersAndAnotherRootEmptiesIt)
+// The embedded table is the host's parameters (VantriceParameters.HostSeesEighteenNamedParameters...); a
+// missing resource keeps the table, another root empties it.
+TEST (ParameterTable, AMissingResourceKeepsTheTableAndAnotherRootEmptiesIt)
 {
     ParameterManager manager;
     manager.loadFromResource ("PARAMETERS.XML");
-    ASSERT_EQ (manager.getNumParameters(), ParameterIndex::count);
-    for (int index = 0; index < ParameterIndex::count; ++index)
-    {
-        const auto& row = ExpectedPlugin::parameters[(size_t) index];
-        auto* parameter = dynamic_cast<FloatParameter*> (manager.getParameter (index));
-        ASSERT_NE (parameter, nullptr) << row.name;
-        EXPECT_EQ (manager.getParameterByName (row.name), parameter);
-        EXPECT_FLOAT_EQ (parameter->getValue(), row.defaultValue) << row.name;
-        EXPECT_TRUE (parameter->isAutomatable());
-    }
-
     manager.loadFromResource ("missing.xml");
     EXPECT_EQ (manager.getNumParameters(), ParameterIndex::count);
     manager.loadFromXml (
         *juce::XmlDocument::parse (R"(<PluginParams><param index="0" name="a"/></PluginParams>)"));
     EXPECT_EQ (manager.getNumParameters(), 0);
-    EXPECT_EQ (manager.getParameterByName ("Preamp"), nullptr);
 }
 
 struct Recorder : Parameter::Listener
