@@ -142,21 +142,8 @@ protected:
 
     float value (int id) { return plugin->getParameterManager().getNormalizedValue (id); }
 
-    std::vector<float> liveValues()
-    {
-        std::vector<float> v;
-        for (int i = 0; i < parameterCount; ++i)
-            v.push_back (value (i));
-        return v;
-    }
-
-    std::vector<float> slotValues (int index)
-    {
-        std::vector<float> v;
-        for (int i = 0; i < parameterCount; ++i)
-            v.push_back (plugin->getPreset (index)->getValue (i));
-        return v;
-    }
+    std::vector<float> liveValues() { return ::liveValues (*plugin); }
+    std::vector<float> slotValues (int index) { return ::slotValues (*plugin, index); }
 
     // A block of constant input through the plug-in, the recorder told where it lies.
     void process (juce::AudioBuffer<float>& buffer, juce::MidiBuffer& midi)

@@ -32,22 +32,6 @@ juce::String snapshotOf (Vantrice& plugin)
     return text + plugin.getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNameId);
 }
 
-std::vector<float> liveValues (Vantrice& plugin)
-{
-    std::vector<float> v;
-    for (int i = 0; i < parameterCount; ++i)
-        v.push_back (plugin.getParameterManager().getNormalizedValue (i));
-    return v;
-}
-
-std::vector<float> slotValues (Vantrice& plugin, int index)
-{
-    std::vector<float> v;
-    for (int i = 0; i < parameterCount; ++i)
-        v.push_back (plugin.getPreset (index)->getValue (i));
-    return v;
-}
-
 juce::MemoryBlock chunkOf (const juce::XmlElement& xml)
 {
     juce::MemoryBlock block;

@@ -4,6 +4,7 @@
 #include "dsp/Vantrice.h"
 
 #include <memory>
+#include <vector>
 
 /** A started plug-in whose settings file lives in a folder of its own, removed at the end, or in the
     folder given, where instances of one test hand their settings on. */
@@ -35,3 +36,21 @@ struct PluginHarness
     const juce::File folder;
     std::unique_ptr<Vantrice> plugin;
 };
+
+/** The live values of the host's parameters. */
+inline std::vector<float> liveValues (BasePluginOldStyle& plugin)
+{
+    std::vector<float> values;
+    for (int i = 0; i < ParameterIndex::count; ++i)
+        values.push_back (plugin.getParameterManager().getNormalizedValue (i));
+    return values;
+}
+
+/** The values a slot of the bank holds. */
+inline std::vector<float> slotValues (BasePluginOldStyle& plugin, int index)
+{
+    std::vector<float> values;
+    for (int i = 0; i < ParameterIndex::count; ++i)
+        values.push_back (plugin.getPreset (index)->getValue (i));
+    return values;
+}
