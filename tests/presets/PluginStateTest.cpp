@@ -29,7 +29,8 @@ juce::String snapshotOf (Vantrice& plugin)
     auto text = plugin.createStateXml()->toString();
     for (int i = 0; i < parameterCount; ++i)
         text << " " << plugin.getParameterManager().getNormalizedValue (i);
-    return text + plugin.getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNameId);
+    return text + plugin.getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNameId)
+           + plugin.getParameterManager().getStringValue (BasePluginOldStyle::currentPresetNumberId);
 }
 
 juce::MemoryBlock chunkOf (const juce::XmlElement& xml)
@@ -237,7 +238,8 @@ const BadChunk badChunks[] = {
         </ParametersState></PluginState>)"),
     document ("OldStateOfAnotherPlugin", R"(<OtherPluginState currentPreset="7"/>)"),
     document ("PresetParametersAsIfOutsidePresets", R"(<PluginState application="Vantrice">
-        <NotPresetableParams><param name="Preamp" value="0.99"/></NotPresetableParams>
+        <NotPresetableParams><param name="Preamp" value="0.99"/>
+        <param name="Current Preset Number" value="0.5"/></NotPresetableParams>
         <NotPresetParams><param name="Preamp" value="0.99"/></NotPresetParams></PluginState>)"),
     document ("APresetInsteadOfAState", R"(<Preset application="Vantrice" name="Intruder">
         <param name="Preamp" value="0.99"/></Preset>)"),
