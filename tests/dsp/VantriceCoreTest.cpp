@@ -45,26 +45,6 @@ TEST (VantriceCore, AllDryIsTheInputDelayedBy21SamplesTimesTheVolume)
     }
 }
 
-TEST (VantriceCore, PreampGlideIs63PercentAfter500SamplesWithNoStep)
-{
-    auto core = makeCore();
-    const double start = core->getPreamp();
-    core->setParameter (0, 0.5f);
-    const double target = core->getPreampTarget();
-    ASSERT_NEAR (target, std::pow (10.0, 1.2), 1e-9);
-
-    std::vector<float> silence (1, 0.0f);
-    float* l = silence.data();
-    float* r = silence.data();
-    core->processStereo (&l, &r, 1);
-    EXPECT_NEAR ((core->getPreamp() - start) / (target - start), 0.002, 1e-6) << "a glide, not a jump";
-
-    auto rest = Stereo{ constant (499, 0.0f), constant (499, 0.0f) };
-    runStereo (*core, rest);
-    const double travelled = (core->getPreamp() - start) / (target - start);
-    EXPECT_NEAR (travelled, 1.0 - std::exp (-1.0), 0.002);
-}
-
 // The quantiser's scales and levels are the golden renders' to hold.
 TEST (VantriceCore, LinkingCopiesTheLeftFilterAndUnlinkingRestoresTheRightControls)
 {

@@ -44,13 +44,4 @@ TEST (EventsMap, DocumentRowsComeFirstAndEachNumberAndNameOnce)
     EXPECT_EQ (events.getNumEvents(), 14);
 }
 
-TEST (EventsMap, AnotherRootEmptiesTheTableAndAMissingResourceKeepsIt)
-{
-    EventsMap events;
-    events.addBuiltInEvents();
-    events.loadFromResource ("events.xml");
-    EXPECT_EQ (events.getNumEvents(), 11);
-    events.loadFromXml (*parse ("<eventsmap><event uid=\"1\" name=\"x\"/></eventsmap>"));
-    EXPECT_EQ (events.getNumEvents(), 0);
-}
 } // namespace

@@ -67,25 +67,6 @@ TEST (MidiControl, OtherMessagesAndUnassignedControllersMoveNothing)
     EXPECT_TRUE (recorder.calls.isEmpty());
 }
 
-TEST (MidiControl, MovesReachListenersOnceAfterABurst)
-{
-    MidiTestTable table;
-    MidiRecorder recorder;
-    table.midi.addListener (&recorder);
-    auto* preamp = table.byName ("Preamp");
-    auto* volume = table.byName ("Output Volume");
-    table.midi.assign (1, preamp, false);
-    table.midi.assign (2, volume, false);
-
-    for (int value = 0; value < 100; ++value)
-        table.midi.handleMidiMessage (controller (1 + value % 2, value));
-
-    EXPECT_TRUE (recorder.calls.isEmpty());
-    pumpMessages();
-    EXPECT_EQ (recorder.calls, juce::StringArray ("moved"));
-    EXPECT_EQ (table.midi.getLastMovedParameter(), volume);
-}
-
 TEST (MidiControl, AssignKeepsOneControllerPerParameter)
 {
     MidiTestTable table;

@@ -143,17 +143,4 @@ TEST (MidiLearn, MessagesLearnOnlyWhileLearningAndTheFirstMoves)
     pumpMessages();
 }
 
-TEST (MidiLearn, EachStepTellsTheLearnListenersOnce)
-{
-    MidiTestTable table;
-    MidiRecorder recorder;
-    table.midi.addListener (&recorder);
-    table.midi.setLearnActive (true);
-    EXPECT_EQ (recorder.calls, juce::StringArray ("learn"));
-
-    table.midi.setLearnController (5);
-    table.midi.setLearnController (5);
-    pumpMessages();
-    EXPECT_EQ (recorder.calls, juce::StringArray ("learn", "learn"));
-}
 } // namespace

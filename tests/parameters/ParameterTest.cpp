@@ -272,19 +272,6 @@ TEST (ParameterTable, AutomatableOnlyWhenTheRowSaysSo)
         EXPECT_FALSE (fromRow (row)->isAutomatable()) << row;
 }
 
-// The embedded table is the host's parameters (VantriceParameters.HostSeesEighteenNamedParameters...); a
-// missing resource keeps the table, another root empties it.
-TEST (ParameterTable, AMissingResourceKeepsTheTableAndAnotherRootEmptiesIt)
-{
-    ParameterManager manager;
-    manager.loadFromResource ("PARAMETERS.XML");
-    manager.loadFromResource ("missing.xml");
-    EXPECT_EQ (manager.getNumParameters(), ParameterIndex::count);
-    manager.loadFromXml (
-        *juce::XmlDocument::parse (R"(<PluginParams><param index="0" name="a"/></PluginParams>)"));
-    EXPECT_EQ (manager.getNumParameters(), 0);
-}
-
 struct Recorder : Parameter::Listener
 {
     void parameterChanged (Parameter* parameter) override

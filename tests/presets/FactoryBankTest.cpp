@@ -34,17 +34,6 @@ void expectWrittenByThePlugin (const juce::XmlElement& preset)
 }
 } // namespace
 
-TEST (FactoryBank, DefaultPresetHoldsTheStartValues)
-{
-    auto preset = parseResource ("default.vtprs");
-    ASSERT_NE (preset, nullptr);
-    expectWrittenByThePlugin (*preset);
-    int i = 0;
-    for (auto* row : preset->getChildIterator())
-        EXPECT_EQ ((float) row->getDoubleAttribute ("value"),
-                   ExpectedPlugin::parameters[(size_t) i++].defaultValue);
-}
-
 // Three groups of 42 presets as the plug-in writes them; the linked group links its channels and the
 // unlinked one doesn't; the sixteen-bit presets hold at the rates their names give.
 TEST (FactoryBank, PresetsAreThePluginsOwnAndMeanWhatTheirNamesSay)
