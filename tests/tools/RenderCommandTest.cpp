@@ -88,7 +88,6 @@ INSTANTIATE_TEST_SUITE_P (
     Table, RenderCommandErrors,
     ::testing::Values (
         ErrorCase{ "NoFiles", {}, 2, "no output file given" },
-        ErrorCase{ "UnknownOption", { "--frobnicate", "out.wav" }, 2, "--frobnicate" },
         ErrorCase{ "BlockZero", { "--block", "0", "out.wav" }, 2, "--block must be 1 to 65536, not 0" },
         ErrorCase{ "BlockTooLarge", { "--block", "65537", "out.wav" }, 2, "--block must be 1 to 65536" },
         ErrorCase{ "BitDepth", { "--bit-depth", "12", "out.wav" }, 2, "--bit-depth must be 16, 24 or 32" },
@@ -152,10 +151,6 @@ INSTANTIATE_TEST_SUITE_P (
         ErrorCase{ "NotAMidiMap", { "--midi-map", "other.xml", "out.wav" }, 5, "is not a Vantrice MIDI map" },
         ErrorCase{ "OutputFolderMissing", { "in.wav", "nowhere/out.wav" }, 6, "doesn't exist" },
         ErrorCase{ "OutputIsAFolder", { "in.wav", "folder.wav" }, 6, "it is a directory" },
-        ErrorCase{ "PlotFolderMissing",
-                   { "in.wav", "out.wav", "--plot", "nowhere/plot.png" },
-                   6,
-                   "doesn't exist" },
         ErrorCase{ "StateFolderMissing",
                    { "out.wav", "--save-state", "nowhere/s.state" },
                    6,
@@ -243,24 +238,6 @@ TEST (RenderCommand, SummaryGivesTheFiguresOfAKnownSignal)
     EXPECT_TRUE (out.contains ("input        peak 0.00 dBFS, RMS 0.00 dBFS")) << out;
     EXPECT_TRUE (out.contains ("output       peak 0.00 dBFS, RMS 0.00 dBFS")) << out;
     EXPECT_TRUE (out.contains ("x real time")) << out;
-}
-
-TEST (RenderCommand, SavedStateRestoresTheSameSound)
-{
-    RenderTestFolder folder;
-    folder.writeWav ("in.wav", sine (2, 4000, 441.0, 0.5, 44100.0), 44100.0);
-
-    const auto first =
-        folder.run ({ "in.wav", "first.wav", "-q", "--preset", "Crush Widener", "--param",
-                      "Link Channels=Off", "--param", "Right Bits=3 bits", "--save-state", "s.state" });
-    ASSERT_EQ (first.code, 0) << first.err;
-    const auto second = folder.run ({ "in.wav", "second.wav", "-q", "--state", "s.state" });
-    ASSERT_EQ (second.code, 0) << second.err;
-    const auto plain = folder.run ({ "in.wav", "plain.wav", "-q" });
-    ASSERT_EQ (plain.code, 0) << plain.err;
-
-    EXPECT_TRUE (identical (folder.readAudio ("first.wav"), folder.readAudio ("second.wav")));
-    EXPECT_FALSE (identical (folder.readAudio ("first.wav"), folder.readAudio ("plain.wav")));
 }
 
 TEST (RenderCommand, SettingsApplyInTheirOrder)

@@ -239,19 +239,4 @@ INSTANTIATE_TEST_SUITE_P (Table, RendererMidiLanding,
                                              LandingCase{ false, 511, 512 }, LandingCase{ false, 512, 512 },
                                              LandingCase{ false, 513, 7 }, LandingCase{ false, 4321, 1 }));
 
-TEST (Renderer, SettingsLiveInAFolderOfItsOwnThatIsRemoved)
-{
-    juce::File settings;
-    {
-        Renderer renderer;
-        settings = renderer.getProcessor().getUserSettingsFile();
-        EXPECT_TRUE (settings.getParentDirectory().isAChildOf (
-            juce::File::getSpecialLocation (juce::File::tempDirectory)));
-        EXPECT_EQ (settings.getFileName(), "Vantrice.ini");
-
-        Renderer other;
-        EXPECT_NE (other.getProcessor().getUserSettingsFile(), settings);
-    }
-    EXPECT_FALSE (settings.getParentDirectory().exists());
-}
 } // namespace
