@@ -12,7 +12,7 @@
 namespace
 {
 // The panel below the face: the editor's width and the panel's height, and where its pages stand.
-constexpr int panelWidth = 633, panelHeight = 256, faceHeight = 207;
+constexpr int panelWidth = 633, panelHeight = 256, faceHeight = 207, pageWidth = 605, pageHeight = 196;
 
 /** The options panel of a started crusher, docked in a host of the editor's size with the dialogs' look,
     built as the editor builds it. */
@@ -80,7 +80,7 @@ void buildOptionsPanel (benchmark::State& state)
     }
 }
 
-/** A map as full as it gets: 128 parameters on the 128 controllers, on the page at its panel size. */
+/** A map as full as it gets: 128 parameters on the 128 controllers, on the page at its size in the panel. */
 struct FullMap
 {
     FullMap()
@@ -92,7 +92,7 @@ struct FullMap
             map.assign (i, parameters.getParameter (i), false);
         host.setLookAndFeel (&look);
         host.setSize (panelWidth, panelHeight);
-        page.setBounds (host.getLocalBounds());
+        page.setSize (pageWidth, pageHeight);
         host.addAndMakeVisible (page);
         host.sendLookAndFeelChange();
     }

@@ -1,8 +1,8 @@
 #include "windows/DefaultResourcesRadioButtons.h"
 
-DefaultResourcesRadioButtons::DefaultResourcesRadioButtons (const juce::String& title,
-                                                            const juce::StringArray& labels)
-    : RadioButtons (title, labels)
+DefaultResourcesRadioButtons::DefaultResourcesRadioButtons (const juce::String& groupTitle,
+                                                            const juce::StringArray& rowLabels)
+    : RadioButtons (groupTitle, rowLabels)
 {
     path.addListener (this);
     addAndMakeVisible (path);

@@ -113,7 +113,7 @@ void MidiControlComponent::ListComponent::calculateColumns()
     scrollBar->setVisible (numColumns > minColumns);
     // A narrower range may have moved the thumb back.
     scrollOffset = -juce::roundToInt (scrollBar->getCurrentRangeStart());
-    repaint();
+    repaint (frameArea);
 }
 
 void MidiControlComponent::ListComponent::scrollBarMoved (juce::ScrollBar*, double) { followScrollBar(); }

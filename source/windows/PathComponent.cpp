@@ -29,7 +29,7 @@ void PathComponent::setPath (const juce::String& text, bool notify)
         return;
     path = text;
     measure();
-    repaint();
+    repaint (fieldArea);
     if (notify)
         callListenersBackwards (listeners, [this] (Listener& l) { l.pathChanged (this); });
 }

@@ -2,13 +2,19 @@
 #include "windows/DefaultLookAndFeel.h"
 #include "windows/DefaultResourceCheckBox.h"
 #include "windows/DefaultResourcesRadioButtons.h"
-#include "windows/OptionsWindow.h"
+#include "windows/RadioButtons.h"
 
 #include <gtest/gtest.h>
 
 namespace
 {
 void pump() { juce::MessageManager::getInstance()->runDispatchLoopUntil (20); }
+
+void click (juce::Button& button)
+{
+    button.triggerClick();
+    pump();
+}
 
 /** A page of the dialogs' colour, in their look, to put widgets on. */
 struct Page final : juce::Component
@@ -34,12 +40,11 @@ struct Page final : juce::Component
     DefaultLookAndFeel look;
 };
 
-struct Heard final : RadioButtons::Listener, PathComponent::Listener, DefaultResourceCheckBox::Listener
+struct Heard final : RadioButtons::Listener, DefaultResourceCheckBox::Listener
 {
     void radioButtonsChanged (RadioButtons*) override { ++radio; }
-    void pathChanged (PathComponent*) override { ++path; }
     void defaultResourceChanged (DefaultResourceCheckBox*) override { ++resource; }
-    int radio = 0, path = 0, resource = 0;
+    int radio = 0, resource = 0;
 };
 
 juce::StringArray rows (int n)
@@ -110,11 +115,9 @@ TEST (RadioButtonsSelection, SelectsOneRowOrNoneAndTellsWhenAsked)
     EXPECT_EQ (states(), "0000");
     EXPECT_EQ (heard.radio, 1) << "once, however often the listener was added";
 
-    group.getButton (1)->triggerClick();
-    pump();
+    click (*group.getButton (1));
     EXPECT_EQ (states(), "0100");
-    group.getButton (1)->triggerClick();
-    pump();
+    click (*group.getButton (1));
     EXPECT_EQ (states(), "0100") << "a click on the chosen row leaves it chosen";
     EXPECT_EQ (group.getSelectedIndex(), 1);
     EXPECT_EQ (heard.radio, 3) << "and tells again";
@@ -141,35 +144,9 @@ TEST (PathField, ShowsAtHalfStrengthWhileItsRowIsNotChosen)
     EXPECT_EQ (path.getPath(), "/banks/Mine.vtprsb") << "the path stays through it all";
 }
 
-TEST (PathField, BrowsesForOneFileAndTellsOnlyOfANewPath)
+TEST (DefaultResourceBox, ChecksItselfByThePathAndTellsOnlyOfChanges)
 {
     FakeFileDialog dialog;
-    Page page;
-    auto& defaults = page.dress (new DefaultResourcesRadioButtons ("Default", rows (3)));
-    auto& path = defaults.getPath();
-    path.setWildcards ("*.vtprsb; *.vtb");
-    defaults.setSelectedIndex (2, false);
-    Heard heard;
-    path.addListener (&heard);
-    defaults.addListener (&heard);
-
-    path.getBrowseButton().triggerClick(); // cancelled
-    pump();
-    dialog.answer = juce::File ("/banks/Mine.vtprsb");
-    path.getBrowseButton().triggerClick();
-    pump();
-    path.getBrowseButton().triggerClick(); // the same file again
-    pump();
-    ASSERT_EQ (dialog.asked.size(), 3u);
-    EXPECT_EQ (dialog.asked[0].mode, FileDialog::Mode::open);
-    EXPECT_EQ (dialog.asked[0].patterns, "*.vtprsb; *.vtb");
-    EXPECT_EQ (path.getPath(), "/banks/Mine.vtprsb");
-    EXPECT_EQ (heard.path, 1);
-    EXPECT_EQ (heard.radio, 1) << "the group tells of its path as of itself";
-}
-
-TEST (DefaultResourceBox, ChecksItselfByThePathAndEnablesThePathByTheCheck)
-{
     Page page;
     auto& box = page.dress (new DefaultResourceCheckBox());
     Heard heard;
@@ -180,34 +157,21 @@ TEST (DefaultResourceBox, ChecksItselfByThePathAndEnablesThePathByTheCheck)
     box.setPath ("/maps/Mine.vtccmap");
     EXPECT_TRUE (box.isChecked());
     EXPECT_TRUE (box.getPathComponent().isEnabled());
-    EXPECT_EQ (heard.resource, 0) << "setting the path tells nobody";
+    EXPECT_EQ (box.getHeight(), 28) << "as high as the path's button";
 
-    box.getCheck().getButton().triggerClick();
-    pump();
+    auto& browse = box.getPathComponent().getBrowseButton();
+    click (browse); // cancelled
+    dialog.answer = juce::File ("/maps/Mine.vtccmap");
+    click (browse); // the file already there
+    EXPECT_EQ (dialog.asked.size(), 2u);
+    EXPECT_EQ (heard.resource, 0) << "neither setPath nor the same file tells anybody";
+    dialog.answer = juce::File ("/maps/Other.vtccmap");
+    click (browse);
+    EXPECT_EQ (heard.resource, 1);
+
+    click (box.getCheck().getButton());
     EXPECT_FALSE (box.isChecked());
     EXPECT_FALSE (box.getPathComponent().isEnabled());
-    EXPECT_EQ (box.getPath(), "/maps/Mine.vtccmap");
-    EXPECT_EQ (heard.resource, 1);
-    EXPECT_EQ (box.getHeight(), 28) << "as high as the path's button";
-    EXPECT_EQ (box.getPathComponent().getX(), box.getCheck().getWidth() + 5);
-}
-
-TEST (OptionsWindowForm, DockedItIsAFlatPanelAndItsTabsFillIt)
-{
-    Page page;
-    auto& window = page.dress (new OptionsWindow());
-    juce::Component first, second;
-    window.addPage ("Midi Control", &second, -1);
-    window.addPage ("Presets", &first, 0);
-    EXPECT_EQ (window.getTabs().getTabNames(), juce::StringArray ("Presets", "Midi Control"));
-    EXPECT_EQ (window.getTabs().getCurrentTabIndex(), 0) << "a new first page comes to the front";
-    EXPECT_TRUE (first.isVisible() && first.getParentComponent() == &window.getTabs());
-
-    window.setBounds (0, 0, 633, 256);
-    window.setDocked (true);
-    EXPECT_FALSE (window.isTitleBarVisible());
-    EXPECT_EQ (window.getTabs().getBounds(), juce::Rectangle<int> (5, 15, 623, 236)) << "below the shadow";
-    window.setDocked (false);
-    EXPECT_TRUE (window.isTitleBarVisible());
-    EXPECT_EQ (window.getTabs().getBounds(), window.getContentArea());
+    EXPECT_EQ (box.getPath(), "/maps/Other.vtccmap") << "kept for when the box is checked again";
+    EXPECT_EQ (heard.resource, 2);
 }
