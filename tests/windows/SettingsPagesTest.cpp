@@ -1,9 +1,9 @@
+#include "common/ScratchFolder.h"
 #include "dsp/ParameterIndex.h"
 #include "parameters/FloatParameter.h"
 #include "support/FakeFileDialog.h"
 #include "support/GoldenImage.h"
 #include "support/PluginHarness.h"
-#include "support/TempFolder.h"
 #include "windows/DefaultLookAndFeel.h"
 #include "windows/MidiControlComponent.h"
 #include "windows/OptionsWindow.h"
@@ -139,9 +139,9 @@ TEST (SettingsPages, WhatThePagesChooseIsWhatTheNextStartShows)
 
 TEST (SettingsPages, WithoutAChoiceOfChangingStoringSpansThePage)
 {
-    TempFolder folder;
+    ScratchFolder folder ("vantrice-test");
     Leaf leaf (false, false);
-    leaf.start (folder.folder.getChildFile ("Leaf.so"));
+    leaf.start (folder.getChildFile ("Leaf.so"));
     Panel panel (leaf);
     EXPECT_FALSE (panel.presets.getChanging().isVisible());
     EXPECT_EQ (panel.presets.getStoring().getWidth(), panel.presets.getWidth());
@@ -149,9 +149,9 @@ TEST (SettingsPages, WithoutAChoiceOfChangingStoringSpansThePage)
 
 TEST (SettingsPages, AnEffectWithQualitySettingsHasAThirdPageThatMovesItsParameter)
 {
-    TempFolder folder;
+    ScratchFolder folder ("vantrice-test");
     Leaf leaf (true, true);
-    leaf.start (folder.folder.getChildFile ("Leaf.so"));
+    leaf.start (folder.getChildFile ("Leaf.so"));
     Panel panel (leaf);
     QualitySettingsComponent quality (leaf);
     panel.window.addPage ("Quality", &quality, 2);
