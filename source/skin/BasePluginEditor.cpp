@@ -17,6 +17,8 @@
 #include "skin/SkinPictures.h"
 #include "skin/SkinXml.h"
 #include "windows/AboutWindow.h"
+#include "windows/MidiControlComponent.h"
+#include "windows/OptionsWindow.h"
 #include "windows/StatusBar.h"
 
 namespace
@@ -35,8 +37,9 @@ constexpr int gridColumn = 64, gridRow = 120, gridLeft = 5, gridTop = 30, gridMa
 constexpr int plainControlWidth = 50, plainControlHeight = 80;
 constexpr float plainGrey = 0.9f;
 
-// The about window's size until the family's editor sizes it.
+// The about and options windows' sizes until an editor that docks or sizes them does.
 constexpr int aboutWidth = 640, aboutHeight = 480;
+constexpr int optionsWidth = 800, optionsHeight = 600;
 // The tooltip shows after the pointer rests this long.
 constexpr int tooltipDelay = 850;
 // The MIDI activity lamp stays lit after the last message, and the learn button blinks while learning.
@@ -64,6 +67,18 @@ BasePluginEditor::BasePluginEditor (BasePlugin& owner, const juce::String& skinK
     aboutWindow->setSize (aboutWidth, aboutHeight);
     addChildComponent (*aboutWindow);
 
+    optionsWindow = std::make_unique<OptionsWindow>();
+    optionsWindow->setTitle ("Options");
+    optionsWindow->getTabs().addListener (this);
+    optionsWindow->setSize (optionsWidth, optionsHeight);
+    addChildComponent (*optionsWindow);
+
+    const auto mapExtension = "." + plugin.getPluginCode().toLowerCase() + "ccmap";
+    midiControlComponent =
+        std::make_unique<MidiControlComponent> (plugin.getMidiControl(), mapExtension, "*" + mapExtension);
+    midiControlComponent->getDefaultMapBox().addListener (this);
+    optionsWindow->addPage ("Midi Control", midiControlComponent.get(), -1);
+
     plugin.getMidiControl().addListener (this);
     plugin.getParameterManager().addDeferredListenerToAll (this);
     setEditorSize (plainWidth, plainHeight);
@@ -81,6 +96,13 @@ BasePluginEditor::~BasePluginEditor()
     plugin.getMidiControl().removeListener (this);
     plugin.getParameterManager().removeDeferredListenerFromAll (this);
     debugPanel.reset();
+    if (midiControlComponent != nullptr)
+        midiControlComponent->getDefaultMapBox().removeListener (this);
+    if (optionsWindow != nullptr)
+        optionsWindow->getTabs().removeListener (this);
+    // The window holds its pages without owning them: it goes first.
+    optionsWindow.reset();
+    midiControlComponent.reset();
     aboutWindow.reset();
     statusBar.reset();
     tooltipWindow.reset();
@@ -269,6 +291,18 @@ void BasePluginEditor::showDefaultSettingsNote (const juce::String& label)
                                 settingsNotePriority, stays);
 }
 
+void BasePluginEditor::tabChanged (TabbedComponentEx* source)
+{
+    if (optionsWindow != nullptr && source == &optionsWindow->getTabs() && statusBar != nullptr)
+        statusBar->clearMessage();
+}
+
+void BasePluginEditor::defaultResourceChanged (DefaultResourceCheckBox* source)
+{
+    if (midiControlComponent != nullptr && source == &midiControlComponent->getDefaultMapBox())
+        showDefaultSettingsNote ("Default Map");
+}
+
 void BasePluginEditor::controllerValueChanged (GUIController* controller)
 {
     showParameterStatus (controller->getParameter());
@@ -288,10 +322,13 @@ void BasePluginEditor::handleEditorEvent (GUIController* controller, int uid)
                 aboutWindow->showCentred();
             return;
         case optionsEvent:
-        case browseEvent:
-            // The windows these open come with the editors that have them; here the bar is cleared.
-            if (statusBar != nullptr && uid == optionsEvent)
+            if (optionsWindow != nullptr)
+                optionsWindow->showCentred();
+            if (statusBar != nullptr)
                 statusBar->clearMessage();
+            return;
+        case browseEvent:
+            // The browser comes with the editors of plug-ins that have a bank.
             return;
         case savePresetEvent:
         case savePresetAsEvent:

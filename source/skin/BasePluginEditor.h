@@ -6,7 +6,9 @@
 #include "skin/GUIController.h"
 #include "windows/AlertWindow.h"
 #include "windows/DefaultLookAndFeel.h"
+#include "windows/DefaultResourceCheckBox.h"
 #include "windows/PseudoModalComponent.h"
+#include "windows/TabbedComponentEx.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
@@ -15,6 +17,8 @@ class BasePlugin;
 class GFXAnimation;
 class GFXMultiStateButton;
 class GFXPanel;
+class MidiControlComponent;
+class OptionsWindow;
 class StatusBar;
 
 /** The plug-in's whole face: the controls its skin makes, the status bar and the tooltips, and the one
@@ -28,7 +32,9 @@ class BasePluginEditor : public juce::Component,
                          public MidiControl::Listener,
                          public PseudoModalComponent::Desktop,
                          public juce::Timer,
-                         public Zelkora::AlertWindow::Caller
+                         public Zelkora::AlertWindow::Caller,
+                         public TabbedComponentEx::Listener,
+                         public DefaultResourceCheckBox::Listener
 {
 public:
     /** The editor's tick, while it is visible. */
@@ -81,8 +87,14 @@ public:
     // Zelkora::AlertWindow::Caller: the questions about a preset collection's files, which this family
     // never has.
     void alertWindowFinished (Zelkora::AlertWindow*, int) override {}
+    // TabbedComponentEx::Listener: a new page of the options clears the status bar.
+    void tabChanged (TabbedComponentEx* source) override;
+    // DefaultResourceCheckBox::Listener: the default map waits for the next start.
+    void defaultResourceChanged (DefaultResourceCheckBox* source) override;
 
     AboutWindow* getAboutWindow() const noexcept { return aboutWindow.get(); }
+    OptionsWindow* getOptionsWindow() const noexcept { return optionsWindow.get(); }
+    MidiControlComponent* getMidiControlComponent() const noexcept { return midiControlComponent.get(); }
 
     void paint (juce::Graphics& g) override;
     void resized() override;
@@ -107,6 +119,8 @@ protected:
     DefaultLookAndFeel lookAndFeel;
     juce::OwnedArray<juce::Component> defaultControls;
     std::unique_ptr<AboutWindow> aboutWindow;
+    std::unique_ptr<OptionsWindow> optionsWindow;
+    std::unique_ptr<MidiControlComponent> midiControlComponent;
     std::unique_ptr<juce::TooltipWindow> tooltipWindow;
     std::unique_ptr<StatusBar> statusBar;
     int contentHeight = 0;

@@ -1,6 +1,9 @@
 #include "skin/BasePluginEditorOldStyle.h"
 
 #include "presets/BasePluginOldStyle.h"
+#include "windows/MidiControlComponent.h"
+#include "windows/OptionsWindow.h"
+#include "windows/PresetsSettingsComponent.h"
 
 BasePluginEditorOldStyle::BasePluginEditorOldStyle (BasePluginOldStyle& owner, const juce::String& skinKey)
     : BasePluginEditor (owner, skinKey)
@@ -9,12 +12,29 @@ BasePluginEditorOldStyle::BasePluginEditorOldStyle (BasePluginOldStyle& owner, c
     presetNameDisplay = dynamic_cast<GFXDisplay*> (findComponentByName (*this, "PresetNameDisplay"));
     if (presetNameDisplay != nullptr)
         presetNameDisplay->addDisplayListener (this);
+
+    // Maps of the older extension open too.
+    midiControlComponent->setExtension (owner.getMapExtension());
+    midiControlComponent->setWildcards (owner.getMapWildcards());
+
+    presetsSettings = std::make_unique<PresetsSettingsComponent> (owner);
+    presetsSettings->getDefaults().addListener (this);
+    optionsWindow->addPage ("Presets", presetsSettings.get(), 0);
 }
 
 BasePluginEditorOldStyle::~BasePluginEditorOldStyle()
 {
     if (presetNameDisplay != nullptr)
         presetNameDisplay->removeDisplayListener (this);
+    presetsSettings->getDefaults().removeListener (this);
+    optionsWindow->getTabs().removeTab (optionsWindow->getTabs().getTabNames().indexOf ("Presets"));
+    presetsSettings.reset();
+}
+
+void BasePluginEditorOldStyle::radioButtonsChanged (RadioButtons* source)
+{
+    if (presetsSettings != nullptr && source == &presetsSettings->getDefaults())
+        showDefaultSettingsNote ("Default Presets");
 }
 
 void BasePluginEditorOldStyle::displayTextChanged (GFXDisplay* display)

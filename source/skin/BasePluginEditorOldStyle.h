@@ -2,22 +2,31 @@
 
 #include "skin/BasePluginEditor.h"
 #include "skin/GFXDisplay.h"
+#include "windows/RadioButtons.h"
 
 class BasePluginOldStyle;
+class PresetsSettingsComponent;
 
-/** The editor of a plug-in with a bank of presets: the preset name display renames the current preset. */
-class BasePluginEditorOldStyle : public BasePluginEditor, public GFXDisplayListener
+/** The editor of a plug-in with a bank of presets: the preset name display renames the current preset,
+    and the options gain the "Presets" page. */
+class BasePluginEditorOldStyle : public BasePluginEditor,
+                                 public GFXDisplayListener,
+                                 public RadioButtons::Listener
 {
 public:
     explicit BasePluginEditorOldStyle (BasePluginOldStyle& plugin, const juce::String& skinKey = "skin.xml");
     ~BasePluginEditorOldStyle() override;
 
     void displayTextChanged (GFXDisplay* display) override;
+    /** The bank of the next start waits for it: the status bar says so. */
+    void radioButtonsChanged (RadioButtons* source) override;
 
     GFXDisplay* getPresetNameDisplay() const noexcept { return presetNameDisplay; }
+    PresetsSettingsComponent* getPresetsSettings() const noexcept { return presetsSettings.get(); }
 
 protected:
     BasePluginOldStyle& oldStylePlugin;
+    std::unique_ptr<PresetsSettingsComponent> presetsSettings;
     GFXDisplay* presetNameDisplay = nullptr;
 
 private:

@@ -2,10 +2,18 @@
 
 #include "frame/FerrowynEffect.h"
 #include "skin/GFXAnimation.h"
+#include "windows/AboutWindow.h"
+#include "windows/OptionsWindow.h"
+#include "windows/QualitySettingsComponent.h"
 #include "windows/StatusBar.h"
 
 namespace
 {
+constexpr int optionsEvent = 1000;
+// The about window without a panel, and with one: the face's width less a margin, and as tall as the
+// face or the face and part of a panel allow.
+constexpr int aboutWidth = 550, aboutHeight = 190, aboutHeightWithPanel = 260;
+
 float fallen (float level) noexcept
 {
     if (level <= 0.0f)
@@ -21,13 +29,56 @@ FerrowynEffectEditor::FerrowynEffectEditor (FerrowynEffect& owner, const juce::S
     faceHeight = getHeight() - (statusBar != nullptr && isStatusBarVisible() ? statusBar->getHeight() : 0);
     leftVUMeter = dynamic_cast<GFXAnimation*> (findComponentByName (*this, "LeftVUMeter"));
     rightVUMeter = dynamic_cast<GFXAnimation*> (findComponentByName (*this, "RightVUMeter"));
+
+    // The options become a panel below the face: the editor shows and hides it itself, without a cover.
+    optionsWindow->setDocked (true);
+    optionsWindow->setShadowSide (WindowComponent::topShadow);
+    optionsWindow->setBounds (0, faceHeight, getWidth(), panelHeight);
+
+    if (effect.hasQualitySettings())
+    {
+        qualitySettings = std::make_unique<QualitySettingsComponent> (effect);
+        qualitySettings->getDefaultQualityButtons().addListener (this);
+        optionsWindow->addPage ("Quality", qualitySettings.get(), 2);
+    }
     resized();
+}
+
+FerrowynEffectEditor::~FerrowynEffectEditor()
+{
+    if (qualitySettings != nullptr)
+    {
+        qualitySettings->getDefaultQualityButtons().removeListener (this);
+        optionsWindow->getTabs().removeTab (optionsWindow->getTabs().getTabNames().indexOf ("Quality"));
+    }
+}
+
+void FerrowynEffectEditor::radioButtonsChanged (RadioButtons* source)
+{
+    if (qualitySettings != nullptr && source == &qualitySettings->getDefaultQualityButtons())
+        showDefaultSettingsNote ("Default Quality");
+    else
+        BasePluginEditorOldStyle::radioButtonsChanged (source);
+}
+
+void FerrowynEffectEditor::showPanel (juce::Component* panel)
+{
+    for (auto* each : { static_cast<juce::Component*> (optionsWindow.get()) })
+        if (each != nullptr)
+            each->setVisible (each == panel);
+    setEditorSize (getWidth(), faceHeight + (panel != nullptr ? panel->getHeight() : 0));
+    if (statusBar != nullptr)
+        statusBar->clearMessage();
 }
 
 void FerrowynEffectEditor::handleEditorEvent (GUIController* controller, int uid)
 {
-    // The options and the browser open as panels below the face once this editor has them; until then
-    // their events ask nothing of it.
+    if (uid == optionsEvent && optionsWindow != nullptr && statusBar != nullptr)
+    {
+        // A second click on the button that opened the panel closes it.
+        showPanel (optionsWindow->isVisible() ? nullptr : optionsWindow.get());
+        return;
+    }
     BasePluginEditorOldStyle::handleEditorEvent (controller, uid);
 }
 
@@ -49,4 +100,12 @@ void FerrowynEffectEditor::update()
     }
 }
 
-void FerrowynEffectEditor::resized() { BasePluginEditorOldStyle::resized(); }
+void FerrowynEffectEditor::resized()
+{
+    BasePluginEditorOldStyle::resized();
+    if (aboutWindow != nullptr && optionsWindow != nullptr)
+    {
+        const bool panelShows = optionsWindow->isVisible();
+        aboutWindow->setSize (aboutWidth, panelShows ? aboutHeightWithPanel : aboutHeight);
+    }
+}
