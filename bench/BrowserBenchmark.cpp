@@ -2,7 +2,9 @@
 #include "dsp/Vantrice.h"
 #include "skin/BasePluginEditor.h"
 #include "windows/GroupListColumn.h"
+#include "windows/List.h"
 #include "windows/OldStylePresetBrowserWindow.h"
+#include "windows/PresetListColumn.h"
 
 #include <benchmark/benchmark.h>
 
@@ -83,6 +85,7 @@ void rebuildBothColumns (benchmark::State& state)
     PluginWithEditor started;
     started.plugin.clearBank();
     auto window = started.makePanel();
+    window->setVisible (true);
     auto& browser = window->getBrowser();
     for (auto _ : state)
     {
@@ -92,15 +95,50 @@ void rebuildBothColumns (benchmark::State& state)
     state.counters["rows"] = started.plugin.getGroupSize (0);
 }
 
-/** Both columns refreshed in place from the bank, as a new name of the current preset does it. */
+/** Both columns refreshed in place from the bank after a new name of the current preset, as the name
+    parameter's news does it. */
 void refreshBothColumns (benchmark::State& state)
 {
     PluginWithEditor started;
     started.plugin.clearBank();
     auto window = started.makePanel();
+    window->setVisible (true);
     started.tellCurrentPreset (*window);
+    int round = 0;
     for (auto _ : state)
+    {
+        started.plugin.setPresetName (0, (++round % 2) == 0 ? "Even" : "Odd");
         window->getBrowser().updateColumns();
+    }
+}
+/** One move of a preset drag over the preset column, a row further each time: the drop position found,
+    the marks of the old and new row repainted, and those rows drawn again, as the screen asks. */
+void dragOverRows (benchmark::State& state)
+{
+    PluginWithEditor started;
+    started.plugin.clearBank();
+    auto window = started.makePanel();
+    window->setVisible (true);
+    started.tellCurrentPreset (*window);
+    auto& presets = *window->getBrowser().getPresetColumn();
+    auto& list = presets.getList();
+    list.selectRow (0);
+    juce::DragAndDropTarget::SourceDetails details (list.getDragSourceDescription (list.getSelectedRows()),
+                                                    &list, {});
+    constexpr int listInset = 4, somewhereInside = 20, rowHeight = ColumnBrowser::ListColumn::List::rowHeight;
+    const int visibleRows = list.getViewport()->getMaximumVisibleHeight() / rowHeight;
+    presets.itemDragEnter (details);
+    int row = 0;
+    for (auto _ : state)
+    {
+        row = (row + 1) % visibleRows;
+        details.localPosition = { listInset + somewhereInside, listInset + row * rowHeight + rowHeight / 2 };
+        presets.itemDragMove (details);
+        benchmark::DoNotOptimize (presets.createComponentSnapshot (
+            list.getRowPosition (row, true).translated (listInset, listInset).expanded (0, rowHeight)));
+    }
+    presets.itemDragExit (details);
+    juce::Desktop::getInstance().beginDragAutoRepeat (0);
 }
 } // namespace
 
@@ -108,3 +146,4 @@ BENCHMARK (openBrowserPanelFirstTime)->Unit (benchmark::kMicrosecond);
 BENCHMARK (openBrowserPanelAgain)->Unit (benchmark::kMicrosecond);
 BENCHMARK (rebuildBothColumns)->Unit (benchmark::kMicrosecond);
 BENCHMARK (refreshBothColumns)->Unit (benchmark::kMicrosecond);
+BENCHMARK (dragOverRows)->Unit (benchmark::kMicrosecond);

@@ -1,10 +1,5 @@
-#include "support/PluginHarness.h"
+#include "windows/BrowserFixture.h"
 #include "windows/DefaultLookAndFeel.h"
-#include "windows/GroupListColumn.h"
-#include "windows/List.h"
-#include "windows/PresetListColumn.h"
-
-#include <gtest/gtest.h>
 
 #include <array>
 
@@ -116,15 +111,6 @@ struct BrowserDrops : ::testing::TestWithParam<DropCase>
             column.itemDragEnter (details);
         }
         column.itemDragMove (details);
-    }
-
-    static juce::Array<int> selected (ListColumn& column)
-    {
-        juce::Array<int> rows;
-        const auto set = column.getList().getSelectedRows();
-        for (int i = 0; i < set.size(); ++i)
-            rows.add (set[i]);
-        return rows;
     }
 
     PluginHarness plugin;

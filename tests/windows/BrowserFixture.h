@@ -10,6 +10,23 @@
 
 #include <gtest/gtest.h>
 
+/** The rows selected in a column's list. */
+inline juce::Array<int> selected (ColumnBrowser::ListColumn& column)
+{
+    juce::Array<int> rows;
+    const auto set = column.getList().getSelectedRows();
+    for (int i = 0; i < set.size(); ++i)
+        rows.add (set[i]);
+    return rows;
+}
+
+/** The component that shows a row, if the row has one. */
+inline ColumnBrowser::ListColumn::ItemComponent* itemAt (ColumnBrowser::ListColumn& column, int row)
+{
+    return dynamic_cast<ColumnBrowser::ListColumn::ItemComponent*> (
+        column.getList().getComponentForRowNumber (row));
+}
+
 /** A started plug-in with its editor, and a preset browser window made beside it and docked as the
     family's panel below the face, as the editor will hold it; the first news of the current preset has
     reached it. */
@@ -36,16 +53,6 @@ struct BrowserFixture
     OldStylePresetsBrowser::GroupListColumn& groups() const { return *browser().getGroupColumn(); }
     OldStylePresetsBrowser::PresetListColumn& presets() const { return *browser().getPresetColumn(); }
     BasePluginOldStyle& plugin() const { return *h.plugin; }
-
-    /** The rows selected in a column's list. */
-    static juce::Array<int> selected (ColumnBrowser::ListColumn& column)
-    {
-        juce::Array<int> rows;
-        const auto set = column.getList().getSelectedRows();
-        for (int i = 0; i < set.size(); ++i)
-            rows.add (set[i]);
-        return rows;
-    }
 
     EditorHarness h;
     std::unique_ptr<OldStylePresetBrowserWindow> window;
