@@ -11,6 +11,9 @@ const juce::Colour rim (0xff6e6e6e), glyphInk (0xff363636), glyphDownInk (0xff1c
 const juce::Colour boxTop (0xffffffff), boxBottom (0xffe1e1e1);
 const juce::Colour discLight (0xffffb24a), discDark (0xffe0701a), discRim (0xffa8500f);
 constexpr float shadowAlpha = 0.35f, highlightAlpha = 0.5f, overlayAlpha = 0.35f;
+// The browser's glyphs: black on a plain row, white on a selected one; a folder's back is lighter.
+const juce::Colour plainGlyphInk (0xff000000), selectedGlyphInk (0xffffffff);
+constexpr float backAlpha = 0.6f;
 
 // The sizes the look and feel expects: text button caps and middles (normal, large), the check box and
 // radio images, the title bar's disc, the shadow strips, and the browser's glyphs.
@@ -212,29 +215,53 @@ juce::Image shadow (int side, int scale)
     return image;
 }
 
-juce::Image folderGlyph (int scale)
-{
-    auto image = canvas (glyphSide, glyphSide, scale);
-    Pen pen (image, scale);
-    DialogImages::paintGlyph (pen.g, 11, { 0.0f, 0.0f, (float) glyphSide, (float) glyphSide }, glyphInk);
-    return image;
-}
-
-juce::Image noteGlyph (int scale)
+/** A closed folder: the back with its tab a little lighter than the front flap, so that it reads in black
+    on a plain row and in white on a selected one. */
+juce::Image folderGlyph (juce::Colour ink, int scale)
 {
     auto image = canvas (glyphSide, glyphSide, scale);
     Pen pen (image, scale);
     auto& g = pen.g;
-    g.setColour (glyphInk);
-    // An eighth note: a head, a stem, a flag.
-    g.fillEllipse (juce::Rectangle<float> (5.5f, 3.8f)
-                       .withCentre ({ 6.0f, 12.0f })
-                       .transformedBy (juce::AffineTransform::rotation (-0.35f, 6.0f, 12.0f)));
-    g.fillRect (8.0f, 3.0f, 1.3f, 9.2f);
-    juce::Path flag;
-    flag.startNewSubPath (9.2f, 3.0f);
-    flag.quadraticTo (13.0f, 5.0f, 11.5f, 9.0f);
-    outline (g, flag, 1.3f);
+    g.setColour (ink.withMultipliedAlpha (backAlpha));
+    g.fillRoundedRectangle (1.0f, 2.5f, 6.0f, 3.0f, 1.0f);
+    g.fillRoundedRectangle (1.0f, 4.0f, 14.0f, 10.0f, 1.2f);
+    juce::Path flap;
+    flap.startNewSubPath (2.6f, 6.5f);
+    flap.lineTo (15.0f, 6.5f);
+    flap.lineTo (13.6f, 14.0f);
+    flap.lineTo (1.0f, 14.0f);
+    flap.closeSubPath();
+    g.setColour (ink);
+    g.fillPath (flap);
+    return image;
+}
+
+/** Two eighth notes joined by a beam, in black for a plain row and in white for a selected one. */
+juce::Image noteGlyph (juce::Colour ink, int scale)
+{
+    auto image = canvas (glyphSide, glyphSide, scale);
+    Pen pen (image, scale);
+    auto& g = pen.g;
+    g.setColour (ink);
+    constexpr float headWidth = 4.6f, headHeight = 3.4f, tilt = -0.35f, stem = 1.2f;
+    const juce::Point<float> heads[] = { { 4.0f, 12.6f }, { 11.6f, 11.2f } };
+    for (const auto head : heads)
+    {
+        g.fillEllipse (juce::Rectangle<float> (headWidth, headHeight)
+                           .withCentre (head)
+                           .transformedBy (juce::AffineTransform::rotation (tilt, head.x, head.y)));
+        const float x = head.x + headWidth / 2.0f - stem;
+        g.fillRect (x, head.y - 9.0f, stem, 9.0f);
+    }
+    // The beam runs from stem top to stem top, as thick as two stems.
+    const float left = heads[0].x + headWidth / 2.0f - stem, right = heads[1].x + headWidth / 2.0f;
+    juce::Path beam;
+    beam.startNewSubPath (left, heads[0].y - 9.0f);
+    beam.lineTo (right, heads[1].y - 9.0f);
+    beam.lineTo (right, heads[1].y - 9.0f + 2.0f * stem);
+    beam.lineTo (left, heads[0].y - 9.0f + 2.0f * stem);
+    beam.closeSubPath();
+    g.fillPath (beam);
     return image;
 }
 } // namespace
@@ -409,8 +436,10 @@ std::vector<SkinImages::Picture> DialogImages::render (int scale)
     const char* const sides[] = { "Top", "Bottom", "Left", "Right" };
     for (int side = 0; side < 4; ++side)
         pictures.push_back ({ juce::String ("Shadow") + sides[side] + ".png", shadow (side, scale) });
-    pictures.push_back ({ "FolderGlyph.png", folderGlyph (scale) });
-    pictures.push_back ({ "NoteGlyph.png", noteGlyph (scale) });
+    pictures.push_back ({ "FolderGlyph.png", folderGlyph (plainGlyphInk, scale) });
+    pictures.push_back ({ "FolderGlyphSelected.png", folderGlyph (selectedGlyphInk, scale) });
+    pictures.push_back ({ "NoteGlyph.png", noteGlyph (plainGlyphInk, scale) });
+    pictures.push_back ({ "NoteGlyphSelected.png", noteGlyph (selectedGlyphInk, scale) });
     for (auto& picture : pictures)
         picture.key = SkinImages::keyAtScale (picture.key, scale);
     return pictures;
