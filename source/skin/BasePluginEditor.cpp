@@ -23,10 +23,6 @@
 
 namespace
 {
-// The editor's events.
-constexpr int optionsEvent = 1000, aboutEvent = 1001, browseEvent = 1004, savePresetEvent = 1005,
-              savePresetAsEvent = 1006, toggleLearnEvent = 1010;
-
 // Status messages: their priorities (a higher one stands against a lower) and how long they stay.
 constexpr int learnPriority = 7, parameterPriority = 6, controllerPriority = 5, settingsNotePriority = 4;
 constexpr int statusMilliseconds = 3000, stays = 0;

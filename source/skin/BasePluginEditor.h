@@ -39,6 +39,9 @@ class BasePluginEditor : public juce::Component,
 public:
     /** The editor's tick, while it is visible. */
     static constexpr int tickMilliseconds = 25;
+    /** The editor's own events, as the skin's buttons send them. */
+    static constexpr int optionsEvent = 1000, aboutEvent = 1001, browseEvent = 1004, savePresetEvent = 1005,
+                         savePresetAsEvent = 1006, toggleLearnEvent = 1010;
 
     /** Builds the face from the skin under `skinKey`; a skin that is missing or doesn't parse leaves the
         editor to the generic face of `createDefaultControls`. */

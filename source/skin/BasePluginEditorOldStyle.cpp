@@ -2,6 +2,7 @@
 
 #include "presets/BasePluginOldStyle.h"
 #include "windows/MidiControlComponent.h"
+#include "windows/OldStylePresetBrowserWindow.h"
 #include "windows/OptionsWindow.h"
 #include "windows/PresetsSettingsComponent.h"
 
@@ -17,6 +18,11 @@ BasePluginEditorOldStyle::BasePluginEditorOldStyle (BasePluginOldStyle& owner, c
     midiControlComponent->setExtension (owner.getMapExtension());
     midiControlComponent->setWildcards (owner.getMapWildcards());
 
+    presetBrowserWindow = std::make_unique<OldStylePresetBrowserWindow> (owner);
+    presetBrowserWindow->setSize (OldStylePresetBrowserWindow::windowWidth,
+                                  OldStylePresetBrowserWindow::windowHeight);
+    addChildComponent (*presetBrowserWindow);
+
     presetsSettings = std::make_unique<PresetsSettingsComponent> (owner);
     presetsSettings->getDefaults().addListener (this);
     optionsWindow->addPage ("Presets", presetsSettings.get(), 0);
@@ -29,6 +35,17 @@ BasePluginEditorOldStyle::~BasePluginEditorOldStyle()
     presetsSettings->getDefaults().removeListener (this);
     optionsWindow->getTabs().removeTab (optionsWindow->getTabs().getTabNames().indexOf ("Presets"));
     presetsSettings.reset();
+    presetBrowserWindow.reset();
+}
+
+void BasePluginEditorOldStyle::handleEditorEvent (GUIController* controller, int uid)
+{
+    if (uid == browseEvent)
+    {
+        presetBrowserWindow->showCentred();
+        return;
+    }
+    BasePluginEditor::handleEditorEvent (controller, uid);
 }
 
 void BasePluginEditorOldStyle::radioButtonsChanged (RadioButtons* source)

@@ -5,10 +5,11 @@
 #include "windows/RadioButtons.h"
 
 class BasePluginOldStyle;
+class OldStylePresetBrowserWindow;
 class PresetsSettingsComponent;
 
 /** The editor of a plug-in with a bank of presets: the preset name display renames the current preset,
-    and the options gain the "Presets" page. */
+    the browse button shows the preset browser, and the options gain the "Presets" page. */
 class BasePluginEditorOldStyle : public BasePluginEditor,
                                  public GFXDisplayListener,
                                  public RadioButtons::Listener
@@ -23,9 +24,13 @@ public:
 
     GFXDisplay* getPresetNameDisplay() const noexcept { return presetNameDisplay; }
     PresetsSettingsComponent* getPresetsSettings() const noexcept { return presetsSettings.get(); }
+    OldStylePresetBrowserWindow* getPresetBrowserWindow() const noexcept { return presetBrowserWindow.get(); }
 
 protected:
+    void handleEditorEvent (GUIController* controller, int uid) override;
+
     BasePluginOldStyle& oldStylePlugin;
+    std::unique_ptr<OldStylePresetBrowserWindow> presetBrowserWindow;
     std::unique_ptr<PresetsSettingsComponent> presetsSettings;
     GFXDisplay* presetNameDisplay = nullptr;
 

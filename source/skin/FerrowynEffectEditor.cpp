@@ -3,13 +3,13 @@
 #include "frame/FerrowynEffect.h"
 #include "skin/GFXAnimation.h"
 #include "windows/AboutWindow.h"
+#include "windows/OldStylePresetBrowserWindow.h"
 #include "windows/OptionsWindow.h"
 #include "windows/QualitySettingsComponent.h"
 #include "windows/StatusBar.h"
 
 namespace
 {
-constexpr int optionsEvent = 1000;
 // The about window without a panel, and with one: the face's width less a margin, and as tall as the
 // face or the face and part of a panel allow.
 constexpr int aboutWidth = 550, aboutHeight = 190, aboutHeightWithPanel = 260;
@@ -30,10 +30,13 @@ FerrowynEffectEditor::FerrowynEffectEditor (FerrowynEffect& owner, const juce::S
     leftVUMeter = dynamic_cast<GFXAnimation*> (findComponentByName (*this, "LeftVUMeter"));
     rightVUMeter = dynamic_cast<GFXAnimation*> (findComponentByName (*this, "RightVUMeter"));
 
-    // The options become a panel below the face: the editor shows and hides it itself, without a cover.
+    // The browser and the options become panels below the face: the editor shows and hides them itself,
+    // without a cover.
+    presetBrowserWindow->setDocked (true);
+    presetBrowserWindow->setBounds (0, faceHeight, getWidth(), panelHeight);
     optionsWindow->setDocked (true);
     optionsWindow->setShadowSide (WindowComponent::topShadow);
-    optionsWindow->setBounds (0, faceHeight, getWidth(), panelHeight);
+    optionsWindow->setBounds (0, faceHeight, getWidth(), presetBrowserWindow->getHeight());
 
     if (effect.hasQualitySettings())
     {
@@ -63,7 +66,8 @@ void FerrowynEffectEditor::radioButtonsChanged (RadioButtons* source)
 
 void FerrowynEffectEditor::showPanel (juce::Component* panel)
 {
-    for (auto* each : { static_cast<juce::Component*> (optionsWindow.get()) })
+    for (auto* each : { static_cast<juce::Component*> (optionsWindow.get()),
+                        static_cast<juce::Component*> (presetBrowserWindow.get()) })
         if (each != nullptr)
             each->setVisible (each == panel);
     setEditorSize (getWidth(), faceHeight + (panel != nullptr ? panel->getHeight() : 0));
@@ -73,10 +77,14 @@ void FerrowynEffectEditor::showPanel (juce::Component* panel)
 
 void FerrowynEffectEditor::handleEditorEvent (GUIController* controller, int uid)
 {
-    if (uid == optionsEvent && optionsWindow != nullptr && statusBar != nullptr)
+    if ((uid == optionsEvent || uid == browseEvent) && optionsWindow != nullptr
+        && presetBrowserWindow != nullptr && statusBar != nullptr)
     {
-        // A second click on the button that opened the panel closes it.
-        showPanel (optionsWindow->isVisible() ? nullptr : optionsWindow.get());
+        // The two panels never show together; a second click on the button that opened one closes it.
+        juce::Component* panel = optionsWindow.get();
+        if (uid == browseEvent)
+            panel = presetBrowserWindow.get();
+        showPanel (panel->isVisible() ? nullptr : panel);
         return;
     }
     BasePluginEditorOldStyle::handleEditorEvent (controller, uid);
@@ -103,9 +111,9 @@ void FerrowynEffectEditor::update()
 void FerrowynEffectEditor::resized()
 {
     BasePluginEditorOldStyle::resized();
-    if (aboutWindow != nullptr && optionsWindow != nullptr)
+    if (aboutWindow != nullptr && optionsWindow != nullptr && presetBrowserWindow != nullptr)
     {
-        const bool panelShows = optionsWindow->isVisible();
+        const bool panelShows = optionsWindow->isVisible() || presetBrowserWindow->isVisible();
         aboutWindow->setSize (aboutWidth, panelShows ? aboutHeightWithPanel : aboutHeight);
     }
 }

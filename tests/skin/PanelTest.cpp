@@ -3,6 +3,7 @@
 #include "support/GoldenImage.h"
 #include "windows/AboutWindow.h"
 #include "windows/MidiControlComponent.h"
+#include "windows/OldStylePresetBrowserWindow.h"
 #include "windows/OptionsWindow.h"
 #include "windows/StatusBar.h"
 
@@ -65,4 +66,45 @@ TEST_F (Panels, TheSettingsNotesComeFromTheirGroupsAndATabClearsThem)
 
     h.editor->getOptionsWindow()->getTabs().setCurrentTabIndex (1);
     EXPECT_TRUE (h.editor->getStatusBar()->getText().isEmpty());
+}
+
+TEST_F (Panels, TheBrowserAndTheOptionsSwapInOneStepAtTheSameHeight)
+{
+    auto* browser = editor().getPresetBrowserWindow();
+    auto* options = h.editor->getOptionsWindow();
+    ASSERT_NE (browser, nullptr);
+    EXPECT_FALSE (browser->isVisible());
+
+    event ("Browse presets");
+    EXPECT_TRUE (browser->isVisible());
+    EXPECT_TRUE (browser->isDocked());
+    EXPECT_EQ (browser->getBounds(), juce::Rectangle<int> (0, editor().getFaceHeight(), faceWidth, 256));
+    EXPECT_EQ (h.wrapper->getHeight(), withPanel);
+    EXPECT_EQ (h.editor->getAboutWindow()->getHeight(), 260);
+    EXPECT_EQ (GoldenImage::check (h.snapshot(), "editor/face-with-browser"), "");
+
+    // The host's window must not shrink and grow again on the way from one panel to the other.
+    struct Sizes : juce::ComponentListener
+    {
+        void componentMovedOrResized (juce::Component& c, bool, bool) override
+        {
+            heights.add (c.getHeight());
+        }
+        juce::Array<int> heights;
+    } sizes;
+    h.wrapper->addComponentListener (&sizes);
+    event ("Options");
+    h.wrapper->removeComponentListener (&sizes);
+    EXPECT_TRUE (options->isVisible());
+    EXPECT_FALSE (browser->isVisible());
+    EXPECT_FALSE (sizes.heights.contains (faceAndBar));
+    EXPECT_EQ (h.wrapper->getHeight(), withPanel);
+
+    event ("Browse presets");
+    EXPECT_TRUE (browser->isVisible());
+    EXPECT_FALSE (options->isVisible());
+    event ("Browse presets");
+    EXPECT_FALSE (browser->isVisible());
+    EXPECT_EQ (h.wrapper->getHeight(), faceAndBar);
+    EXPECT_EQ (h.editor->getAboutWindow()->getHeight(), 190);
 }
