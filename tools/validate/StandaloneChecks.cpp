@@ -20,6 +20,18 @@ namespace
 const juce::Point<int> nextButton (335 + 34 / 2, 16 + 41 / 2);
 const juce::Point<int> previousButton (297 + 33 / 2, 15 + 42 / 2);
 const juce::Point<int> optionsButton (78 + 38 / 2, 14 + 43 / 2);
+const juce::Point<int> browseButton (372 + 33 / 2, 17 + 40 / 2);
+// A panel below the face makes the window this much taller.
+constexpr int panelHeight = 256;
+// In the docked browser: the middle of the preset column's second row, rows being 20 pixels from the
+// column's top at 226. In the options panel: the "Midi Control" tab, and a line of the map table's header
+// below its titles, grey 110 from 100 to 500 across but for the darker grey 91 of the "CC" columns.
+const juce::Point<int> secondPresetRow (400, 226 + 20 + 20 / 2);
+const juce::Point<int> midiControlTab (120, 233);
+constexpr int tableHeaderY = 292, tableHeaderLeft = 100, tableHeaderRight = 500, tableHeaderGrey = 110,
+              ccColumnGrey = 91;
+// Left of the about window, which is centred and 550 wide: the dimmed cover over the face.
+const juce::Point<int> besideAbout (15, 100);
 constexpr int faceWidth = FaceOnScreen::width, faceHeight = FaceOnScreen::height;
 // Above the face the app's window has JUCE's title bar and its notice about the muted input.
 constexpr int titleAndNotice = 60;
@@ -99,6 +111,7 @@ void StandaloneChecks::run()
         checkPresetSteps();
         checkTyping();
         checkAboutWindow();
+        checkPanels();
     }
     quit();
     checkWhatWasKept();
@@ -138,6 +151,7 @@ bool StandaloneChecks::findEditor()
             return window.isNotEmpty();
         },
         windowWaitRounds);
+    windowId = window.upToFirstOccurrenceOf ("\n", false, false);
     if (!report.check (window.isNotEmpty(), "the app opens a window named \"Vantrice\"",
                        "none; the app's output is in "
                            + outputFolder.getChildFile ("app.log").getFullPathName()))
@@ -165,9 +179,10 @@ void StandaloneChecks::clickAt (juce::Point<int> inEditor)
     xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "click", "1" });
 }
 
-juce::Image StandaloneChecks::grabEditor() const
+juce::Image StandaloneChecks::grabEditor (int height) const
 {
-    return ScreenGrab::capture ({ editorOrigin.x, editorOrigin.y, faceWidth, faceHeight });
+    return ScreenGrab::capture (
+        { editorOrigin.x, editorOrigin.y, faceWidth, height > 0 ? height : faceHeight });
 }
 
 void StandaloneChecks::checkPresetSteps()
@@ -273,12 +288,105 @@ void StandaloneChecks::checkAboutWindow()
     if (!opened)
         return;
 
+    // The cover around the window takes clicks and does nothing with them.
+    clickAt (besideAbout);
+    juce::Thread::sleep (settleMilliseconds);
+    report.check (showsAbout(), "a click on the dimmed face beside the about window leaves it open");
+
     clickAt (FaceOnScreen::getNameField().getCentre());
     const bool closed =
         poll ([&] { return ImageComparison::describeDifference (before, grabEditor()).isEmpty(); },
               windowWaitRounds / 10);
     report.check (closed, "a click on the about window closes it, and the face is as it was",
                   ImageComparison::describeDifference (before, grabEditor()));
+}
+
+int StandaloneChecks::windowHeight()
+{
+    const auto geometry = xdotool ({ "getwindowgeometry", "--shell", windowId });
+    for (auto line : juce::StringArray::fromLines (geometry))
+        if (line.startsWith ("HEIGHT="))
+            return line.fromFirstOccurrenceOf ("=", false, false).getIntValue();
+    return -1;
+}
+
+bool StandaloneChecks::clickAndWaitForHeight (juce::Point<int> button, int height)
+{
+    clickAt (button);
+    return poll ([&] { return windowHeight() == height; }, windowWaitRounds / 10);
+}
+
+void StandaloneChecks::checkPanels()
+{
+    const int faceOnly = windowHeight();
+    const auto saveWhole = [this] (const char* name)
+    {
+        writePng (
+            ScreenGrab::capture ({ editorOrigin.x, editorOrigin.y, faceWidth, faceHeight + panelHeight }),
+            outputFolder.getChildFile (name));
+    };
+
+    const bool browserOpened = clickAndWaitForHeight (browseButton, faceOnly + panelHeight);
+    report.check (browserOpened,
+                  "a click on the browse button opens the browser: the window grows by "
+                      + juce::String (panelHeight) + " pixels",
+                  "it is " + juce::String (windowHeight()) + " high, was " + juce::String (faceOnly));
+    if (!browserOpened)
+        return;
+    saveWhole ("standalone-browser.png");
+
+    // A click in the browser's preset column makes that preset the current one; a double click on it,
+    // a typed name and Return rename it, and the face shows the new name.
+    const auto names = factoryPresetNames();
+    clickAt (secondPresetRow);
+    const bool selected =
+        poll ([&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, names[1]); },
+              windowWaitRounds / 10);
+    report.check (selected,
+                  "a click on a preset in the browser selects it: the face shows " + names[1].quoted());
+    expectedPreset = 1;
+
+    browsedName = "Browsed Name";
+    const auto at = editorOrigin + secondPresetRow;
+    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "click", "--repeat", "2", "--delay",
+               "80", "1" });
+    juce::Thread::sleep (settleMilliseconds);
+    xdotool ({ "key", "ctrl+a" });
+    xdotool ({ "type", "--delay", "30", browsedName });
+    xdotool ({ "key", "Return" });
+    const bool renamed = poll (
+        [&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, browsedName); },
+        windowWaitRounds / 10);
+    saveWhole ("standalone-browser-renamed.png");
+    report.check (renamed, "a double-clicked preset takes a typed name on Return: the face shows "
+                               + browsedName.quoted());
+
+    report.check (clickAndWaitForHeight (browseButton, faceOnly),
+                  "a second click on the browse button closes the browser, and the window is as before");
+
+    // The options: the "Midi Control" tab shows the table of controllers and parameters.
+    const bool optionsOpened = clickAndWaitForHeight (optionsButton, faceOnly + panelHeight);
+    report.check (optionsOpened, "a click on the options button opens the options: the window grows by "
+                                     + juce::String (panelHeight) + " pixels");
+    if (!optionsOpened)
+        return;
+    auto showsTable = [this]
+    {
+        const auto shot = grabEditor (faceHeight + panelHeight);
+        for (int x = tableHeaderLeft; x <= tableHeaderRight; ++x)
+        {
+            const int red = shot.getPixelAt (x, tableHeaderY).getRed();
+            if (red != tableHeaderGrey && red != ccColumnGrey)
+                return false;
+        }
+        return true;
+    };
+    clickAt (midiControlTab);
+    const bool table = poll (showsTable, windowWaitRounds / 10);
+    saveWhole ("standalone-midi-control.png");
+    report.check (table, "the \"Midi Control\" tab shows the table of controllers and parameters");
+    report.check (clickAndWaitForHeight (optionsButton, faceOnly),
+                  "a second click on the options button closes them, and the window is as before");
 }
 
 juce::Point<int> StandaloneChecks::findCloseButton() const
@@ -358,6 +466,7 @@ void StandaloneChecks::checkWhatWasKept()
         for (auto* group : bank->getChildIterator())
             for (auto* preset : group->getChildIterator())
                 names.add (preset->getStringAttribute ("name"));
-    report.check (names[kept] == typedName, "and its bank keeps the typed name",
-                  "it holds " + names[kept].quoted());
+    report.check (names[kept] == browsedName && names.contains (typedName),
+                  "and its bank keeps the names typed in the browser and in the face",
+                  "the selected preset is " + names[kept].quoted());
 }

@@ -23,6 +23,10 @@ private:
     void checkPresetSteps();
     void checkTyping();
     void checkAboutWindow();
+    void checkPanels();
+    /** The app's window's height, as X has it; -1 if it can't be read. */
+    int windowHeight();
+    bool clickAndWaitForHeight (juce::Point<int> button, int height);
     juce::Point<int> findCloseButton() const;
     void quit();
     void checkWhatWasKept();
@@ -30,7 +34,8 @@ private:
     /** Runs xdotool with the arguments; its output, or an empty text if it failed. */
     static juce::String xdotool (const juce::StringArray& args);
     void clickAt (juce::Point<int> inEditor);
-    juce::Image grabEditor() const;
+    /** The editor on the screen, the face's height or the given one. */
+    juce::Image grabEditor (int height = 0) const;
 
     const juce::File app, outputFolder, installFolder;
     ValidationReport& report;
@@ -38,5 +43,5 @@ private:
     juce::Point<int> editorOrigin{ -1, -1 };
     int expectedPreset = 0;
     int holdEventsLow = 0, holdEventsHigh = 0;
-    juce::String typedName;
+    juce::String typedName, browsedName, windowId;
 };
