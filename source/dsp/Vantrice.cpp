@@ -74,7 +74,8 @@ Vantrice::Vantrice()
 Vantrice::~Vantrice()
 {
     // Some wrappers run the plug-in's messages on a thread of their own and destroy it from the host's:
-    // no notification may start once the layers below this one are going.
+    // no notification may start, nor one be running, once the layers below this one are going.
+    holdMessagesUntilDestroyed();
     cancelPendingUpdate();
     // The last instance to close decides what the next one starts from.
     saveUserSettings();

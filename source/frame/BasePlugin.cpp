@@ -38,6 +38,12 @@ BasePlugin::~BasePlugin()
     midiControl.reset();
 }
 
+void BasePlugin::holdMessagesUntilDestroyed()
+{
+    if (destructionHold == nullptr)
+        destructionHold = std::make_unique<MessageThreadHold>();
+}
+
 void BasePlugin::start (const juce::File& pluginFileToUse)
 {
     const auto file = pluginFileToUse != juce::File()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/MessageThreadHold.h"
 #include "frame/EventsMap.h"
 #include "frame/HostParameter.h"
 #include "frame/PresetCollection.h"
@@ -148,7 +149,12 @@ protected:
     void bindHostParameters();
     /** Stops the editor's tick: the layers call it before anything the tick reads goes away. */
     void stopEditorTick();
+    /** The most derived layer calls this first in its destructor: the message thread, where it is
+        another, stays between two messages until the whole plug-in is gone. */
+    void holdMessagesUntilDestroyed();
 
+    // Declared first, so released last of all this layer's members.
+    std::unique_ptr<MessageThreadHold> destructionHold;
     juce::String pluginFile, pluginFolder;
     ParameterManager parameters;
     std::unique_ptr<MidiControl> midiControl;

@@ -5,13 +5,18 @@
 #include "ImageComparison.h"
 #include "MessagePump.h"
 #include "ScreenGrab.h"
+#include "XdoTool.h"
 
 #include <juce_gui_basics/juce_gui_basics.h>
 
 namespace
 {
-// The face and its status bar.
-constexpr int faceWidth = 633, faceHeight = 223;
+// The face and its status bar, and the height with a panel below the face.
+constexpr int faceWidth = 633, faceHeight = 223, withPanel = faceHeight + 256;
+// Where the panel starts: the face less its status bar.
+constexpr int panelTop = 207;
+// The middle of the browse button, from its place in the skin.
+const juce::Point<int> browseButton (372 + 33 / 2, 17 + 40 / 2);
 // How long the tone plays before the first look, and how far apart the two looks are.
 constexpr int settleRounds = 45, apartRounds = 20;
 // Where the host's window stands on the virtual screen.
@@ -126,6 +131,51 @@ void countDifferences (const juce::Image& a, const juce::Image& b,
 }
 } // namespace
 
+void EditorChecks::checkBrowserPanel (juce::AudioProcessorEditor& editor, juce::Component& window)
+{
+    // A click on the browse button opens the browser below the face: the plug-in asks the host for a
+    // taller window, and the host's editor follows. A second click closes it again.
+    const auto button = window.getScreenPosition() + browseButton;
+    XdoTool::clickAt (button);
+    const bool grew = MessagePump::runUntil ([&] { return editor.getHeight() == withPanel; });
+    report.check (grew,
+                  "editor: the browse button opens the browser, and the host's editor grows to "
+                      + juce::String (faceWidth) + " by " + juce::String (withPanel),
+                  juce::String (editor.getWidth()) + " by " + juce::String (editor.getHeight()));
+    if (!grew)
+        return;
+    if (format.getFormatName() == "LV2")
+    {
+        report.skip ("editor: on the screen the browser is the golden one",
+                     "JUCE's LV2 host grows its own editor but not the window it embeds the plug-in's in; "
+                     "jalv shows the browser (scripts/host-gui-check)");
+    }
+    else
+    {
+        // The face above still shows the tone's last levels: the panel and the bar below it are compared.
+        const juce::Rectangle<int> panel (0, panelTop, faceWidth, withPanel - panelTop);
+        const auto golden = ImageComparison::loadGolden ("editor/face-with-browser").getClippedImage (panel);
+        juce::Image shot;
+        MessagePump::runUntil (
+            [&]
+            {
+                shot = ScreenGrab::capture (window.getScreenBounds()).getClippedImage (panel);
+                return ImageComparison::describeDifference (golden, shot).isEmpty();
+            },
+            MessagePump::defaultRounds);
+        keep (ScreenGrab::capture (window.getScreenBounds()), "browser");
+        report.check (ImageComparison::describeDifference (golden, shot).isEmpty(),
+                      "editor: on the screen the browser below the face is the golden one, pixel for pixel",
+                      ImageComparison::describeDifference (golden, shot));
+    }
+
+    XdoTool::clickAt (button);
+    report.check (MessagePump::runUntil ([&] { return editor.getHeight() == faceHeight; }),
+                  "editor: a second click closes the browser, and the host's editor is "
+                      + juce::String (faceHeight) + " high again",
+                  juce::String (editor.getHeight()));
+}
+
 EditorChecks::EditorChecks (FormatUnderTest& formatToCheck)
     : format (formatToCheck)
     , report (formatToCheck.getReport())
@@ -220,6 +270,7 @@ void EditorChecks::run()
                                   + juce::String (opening > 1 ? " (at the host's second opening)" : ""),
                               difference);
                 checkMetersMove (*instance, window);
+                checkBrowserPanel (*editor, window);
                 checked = true;
             }
         }

@@ -15,6 +15,8 @@ public:
 private:
     /** Plays a tone whose level steps through the instance while its editor is on the screen. */
     void checkMetersMove (juce::AudioProcessor& instance, juce::Component& window);
+    /** The browse button's panel as the host sees it: its editor grows, shows the browser, and shrinks. */
+    void checkBrowserPanel (juce::AudioProcessorEditor& editor, juce::Component& window);
     /** Saves a screenshot where the run keeps them (VANTRICE_SCREENSHOT_DIR), for a person to look at. */
     void keep (const juce::Image& shot, const juce::String& what) const;
 

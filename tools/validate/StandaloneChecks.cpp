@@ -3,6 +3,7 @@
 #include "FaceOnScreen.h"
 #include "ImageComparison.h"
 #include "ScreenGrab.h"
+#include "XdoTool.h"
 
 #include "common/ResourceLoader.h"
 
@@ -91,17 +92,6 @@ StandaloneChecks::StandaloneChecks (const juce::File& appToRun, const juce::File
     report.setScope ("Standalone");
 }
 
-juce::String StandaloneChecks::xdotool (const juce::StringArray& args)
-{
-    juce::ChildProcess process;
-    juce::StringArray command ("xdotool");
-    command.addArray (args);
-    if (!process.start (command, juce::ChildProcess::wantStdOut))
-        return {};
-    auto output = process.readAllProcessOutput();
-    return process.getExitCode() == 0 ? output : juce::String();
-}
-
 void StandaloneChecks::run()
 {
     if (!start())
@@ -147,7 +137,7 @@ bool StandaloneChecks::findEditor()
     poll (
         [&]
         {
-            window = xdotool ({ "search", "--onlyvisible", "--name", "^Vantrice$" }).trim();
+            window = XdoTool::run ({ "search", "--onlyvisible", "--name", "^Vantrice$" }).trim();
             return window.isNotEmpty();
         },
         windowWaitRounds);
@@ -173,11 +163,7 @@ bool StandaloneChecks::findEditor()
                              + outputFolder.getChildFile ("standalone-start.png").getFullPathName());
 }
 
-void StandaloneChecks::clickAt (juce::Point<int> inEditor)
-{
-    const auto at = editorOrigin + inEditor;
-    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "click", "1" });
-}
+void StandaloneChecks::clickAt (juce::Point<int> inEditor) { XdoTool::clickAt (editorOrigin + inEditor); }
 
 juce::Image StandaloneChecks::grabEditor (int height) const
 {
@@ -202,13 +188,13 @@ void StandaloneChecks::checkPresetSteps()
     // The hold's length as the app saw it lies between the time from the press's return to the
     // release's start and the time from the press's start to the release's return.
     const auto at = editorOrigin + nextButton;
-    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y) });
+    XdoTool::run ({ "mousemove", juce::String (at.x), juce::String (at.y) });
     const auto pressStart = juce::Time::getMillisecondCounterHiRes();
-    xdotool ({ "mousedown", "1" });
+    XdoTool::run ({ "mousedown", "1" });
     const auto pressed = juce::Time::getMillisecondCounterHiRes();
     juce::Thread::sleep (holdMilliseconds);
     const auto releaseStart = juce::Time::getMillisecondCounterHiRes();
-    xdotool ({ "mouseup", "1" });
+    XdoTool::run ({ "mouseup", "1" });
     const auto released = juce::Time::getMillisecondCounterHiRes();
     holdEventsLow = eventsForHold (releaseStart - pressed);
     holdEventsHigh = eventsForHold (released - pressStart);
@@ -244,9 +230,9 @@ void StandaloneChecks::checkTyping()
 {
     typedName = "Typed Name";
     clickAt (FaceOnScreen::getNameField().getCentre());
-    xdotool ({ "key", "--delay", "20", "--repeat", "30", "BackSpace" });
-    xdotool ({ "type", "--delay", "30", typedName });
-    xdotool ({ "key", "Return" });
+    XdoTool::run ({ "key", "--delay", "20", "--repeat", "30", "BackSpace" });
+    XdoTool::run ({ "type", "--delay", "30", typedName });
+    XdoTool::run ({ "key", "Return" });
     const bool typed =
         poll ([&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
               windowWaitRounds / 10);
@@ -280,8 +266,8 @@ void StandaloneChecks::checkAboutWindow()
     };
     const auto before = grabEditor();
     const auto at = editorOrigin + optionsButton;
-    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "keydown", "ctrl", "click", "1",
-               "keyup", "ctrl" });
+    XdoTool::run ({ "mousemove", juce::String (at.x), juce::String (at.y), "keydown", "ctrl", "click", "1",
+                    "keyup", "ctrl" });
     const bool opened = poll (showsAbout, windowWaitRounds / 10);
     writePng (grabEditor(), outputFolder.getChildFile ("standalone-about.png"));
     report.check (opened, "Ctrl and a click on the options button open the about window");
@@ -303,7 +289,7 @@ void StandaloneChecks::checkAboutWindow()
 
 int StandaloneChecks::windowHeight()
 {
-    const auto geometry = xdotool ({ "getwindowgeometry", "--shell", windowId });
+    const auto geometry = XdoTool::run ({ "getwindowgeometry", "--shell", windowId });
     for (auto line : juce::StringArray::fromLines (geometry))
         if (line.startsWith ("HEIGHT="))
             return line.fromFirstOccurrenceOf ("=", false, false).getIntValue();
@@ -348,12 +334,12 @@ void StandaloneChecks::checkPanels()
 
     browsedName = "Browsed Name";
     const auto at = editorOrigin + secondPresetRow;
-    xdotool ({ "mousemove", juce::String (at.x), juce::String (at.y), "click", "--repeat", "2", "--delay",
-               "80", "1" });
+    XdoTool::run ({ "mousemove", juce::String (at.x), juce::String (at.y), "click", "--repeat", "2",
+                    "--delay", "80", "1" });
     juce::Thread::sleep (settleMilliseconds);
-    xdotool ({ "key", "ctrl+a" });
-    xdotool ({ "type", "--delay", "30", browsedName });
-    xdotool ({ "key", "Return" });
+    XdoTool::run ({ "key", "ctrl+a" });
+    XdoTool::run ({ "type", "--delay", "30", browsedName });
+    XdoTool::run ({ "key", "Return" });
     const bool renamed = poll (
         [&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, browsedName); },
         windowWaitRounds / 10);
@@ -418,7 +404,7 @@ void StandaloneChecks::quit()
     const auto close = editorOrigin.x >= 0 ? findCloseButton() : juce::Point<int> (-1, -1);
     report.check (close.x >= 0, "its window has a close button");
     if (close.x >= 0)
-        xdotool ({ "mousemove", juce::String (close.x), juce::String (close.y), "click", "1" });
+        XdoTool::run ({ "mousemove", juce::String (close.x), juce::String (close.y), "click", "1" });
     else
         kill (pid, SIGINT);
     int status = 0;

@@ -31,8 +31,6 @@ private:
     void quit();
     void checkWhatWasKept();
 
-    /** Runs xdotool with the arguments; its output, or an empty text if it failed. */
-    static juce::String xdotool (const juce::StringArray& args);
     void clickAt (juce::Point<int> inEditor);
     /** The editor on the screen, the face's height or the given one. */
     juce::Image grabEditor (int height = 0) const;
