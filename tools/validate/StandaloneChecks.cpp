@@ -356,6 +356,7 @@ void StandaloneChecks::checkPanels()
                                      + juce::String (panelHeight) + " pixels");
     if (!optionsOpened)
         return;
+    saveWhole ("standalone-options.png");
     auto showsTable = [this]
     {
         const auto shot = grabEditor (faceHeight + panelHeight);
