@@ -2,9 +2,12 @@
 #include "support/EditorHarness.h"
 #include "support/GoldenImage.h"
 #include "windows/AboutWindow.h"
+#include "windows/GroupListColumn.h"
 #include "windows/MidiControlComponent.h"
 #include "windows/OldStylePresetBrowserWindow.h"
+#include "windows/OldStylePresetsBrowser.h"
 #include "windows/OptionsWindow.h"
+#include "windows/PresetListColumn.h"
 #include "windows/StatusBar.h"
 
 #include <gtest/gtest.h>
@@ -81,6 +84,15 @@ TEST_F (Panels, TheBrowserAndTheOptionsSwapInOneStepAtTheSameHeight)
     EXPECT_EQ (browser->getBounds(), juce::Rectangle<int> (0, editor().getFaceHeight(), faceWidth, 256));
     EXPECT_EQ (h.wrapper->getHeight(), withPanel);
     EXPECT_EQ (h.editor->getAboutWindow()->getHeight(), 260);
+    // The browser inside the panel, its two columns side by side filling it exactly.
+    auto& columns = browser->getBrowser();
+    EXPECT_EQ (columns.getBounds().getWidth(), 591);
+    EXPECT_EQ (columns.getBounds().getHeight(), 208);
+    ASSERT_NE (columns.getGroupColumn(), nullptr);
+    ASSERT_NE (columns.getPresetColumn(), nullptr);
+    EXPECT_EQ (columns.getGroupColumn()->getRight(), columns.getPresetColumn()->getX());
+    EXPECT_EQ (columns.getPresetColumn()->getRight(), columns.getViewedComponent()->getWidth());
+    EXPECT_EQ (columns.getViewedComponent()->getWidth(), 591);
     EXPECT_EQ (GoldenImage::check (h.snapshot(), "editor/face-with-browser"), "");
 
     // The host's window must not shrink and grow again on the way from one panel to the other.
