@@ -174,6 +174,9 @@ void EditorChecks::checkBrowserPanel (juce::AudioProcessorEditor& editor, juce::
                   "editor: a second click closes the browser, and the host's editor is "
                       + juce::String (faceHeight) + " high again",
                   juce::String (editor.getHeight()));
+    // JUCE's LV2 host answers the embedded window's size changes with messages that hold its embedding
+    // by a plain pointer: they must all have run before the host's editor goes.
+    MessagePump::runUntil ([] { return false; }, settleRounds);
 }
 
 EditorChecks::EditorChecks (FormatUnderTest& formatToCheck)
