@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <limits>
 
 namespace
 {
@@ -24,33 +23,6 @@ static_assert (SignalKernels::numSlots == VantriceCore::numStepSlots, "the kerne
 
 // The serial passes repeat the literal loop's expressions term for term; the differential test holds
 // the two to the same bits.
-
-inline double clampUnit (double y) noexcept
-{
-    if (y > 1.0)
-        y = 1.0;
-    if (y < -1.0)
-        y = -1.0;
-    return y;
-}
-
-/** Truncation toward zero through a signed 32-bit integer; outside that integer's range, its smallest
-    value, as the processor's own conversion gives. */
-inline int truncToInt32 (double x) noexcept
-{
-    if (x > -2147483649.0 && x < 2147483648.0)
-        return (int) x;
-    return std::numeric_limits<int>::min();
-}
-
-/** The dithered quantiser: a dither of a quarter step at its peak, then half a step and truncation. */
-inline double quantise (double v, double scale, float noise) noexcept
-{
-    if (scale > VantriceCore::noQuantisation)
-        return v;
-    const double h = scale * 0.5;
-    return truncToInt32 ((noise / (scale * 2.0) + v) * h + 0.5) / h;
-}
 
 inline bool sameBits (double a, double b) noexcept { return std::memcmp (&a, &b, sizeof (a)) == 0; }
 
@@ -705,8 +677,10 @@ void BlockPath::linkedCore (int m) noexcept
         if (k < holds && b.left.holdAt[k] == i)
         {
             const double p = b.preamp[b.hostOf[i]];
-            const double vl = quantise (clampUnit (b.results[2 * k] * p), l.quantScale, b.noise[i]);
-            const double vr = quantise (clampUnit (b.results[2 * k + 1] * p), l.quantScale, b.noise[i]);
+            const double vl = VantriceCore::quantise (VantriceCore::clampUnit (b.results[2 * k] * p),
+                                                      l.quantScale, b.noise[i]);
+            const double vr = VantriceCore::quantise (VantriceCore::clampUnit (b.results[2 * k + 1] * p),
+                                                      l.quantScale, b.noise[i]);
             const double position = l.stepSpeed * b.left.holdFraction[k];
 
             b.left.eventSlot[i] = l.stepWrite;
@@ -802,7 +776,7 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
 
                 const double x = side.coreIn[i];
                 side.dry[ringSize + i] = x;
-                double y = clampUnit (x * b.preamp[h]);
+                double y = VantriceCore::clampUnit (x * b.preamp[h]);
                 if (c.filterType != VantriceCore::filterOff && c.filterPre)
                     y = filters[s].run (y, c.filterType, side.cutoff[h], side.reso[h], side.root[h]);
                 side.crush[ringSize + i] = y;
@@ -879,7 +853,7 @@ void BlockPath::channelCore (int m, bool stereo) noexcept
             side.eventSlot[i] = -1;
             if (k < side.numHolds && side.holdAt[k] == i)
             {
-                const double v = quantise (values[s][stride * k], c.quantScale, b.noise[i]);
+                const double v = VantriceCore::quantise (values[s][stride * k], c.quantScale, b.noise[i]);
                 side.eventSlot[i] = c.stepWrite;
                 side.eventPosition[i] = c.stepSpeed * side.holdFraction[k];
                 side.eventHeight[i] = v - c.heldValue;

@@ -8,30 +8,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace
 {
 constexpr double pi = 3.141592653589793;
 constexpr int coreRateHz = 44100;
-
-/** Truncation toward zero through a signed 32-bit integer. A value outside its range gives the
-    integer's smallest value, as the processor's conversion does, without undefined behaviour. */
-inline int truncToInt32 (double x) noexcept
-{
-    if (x > -2147483649.0 && x < 2147483648.0)
-        return (int) x;
-    return std::numeric_limits<int>::min();
-}
-
-inline double clampUnit (double y) noexcept
-{
-    if (y > 1.0)
-        y = 1.0;
-    if (y < -1.0)
-        y = -1.0;
-    return y;
-}
 
 inline void glide (double& value, double target, double coeff) noexcept
 {
@@ -348,16 +329,6 @@ double VantriceCore::interpolate (const Channel& c, int offset) const noexcept
     return v;
 }
 
-double VantriceCore::quantise (double v, double scale) const noexcept
-{
-    if (scale > noQuantisation)
-        return v;
-
-    // A dither of a quarter step at its peak; the truncation makes the step at 0 two steps wide.
-    const double h = scale * 0.5;
-    return truncToInt32 ((noise / (scale * 2.0) + v) * h + 0.5) / h;
-}
-
 void VantriceCore::startStep (Channel& c, double v, double speed) noexcept
 {
     const double change = v - c.heldValue;
@@ -439,7 +410,7 @@ double VantriceCore::channelStage (Channel& c, double x) noexcept
     {
         holdTriggered = false;
         const int offset = (int) (holdFraction * sincRowsPerSample);
-        const double v = quantise (interpolate (c, offset), c.quantScale);
+        const double v = quantise (interpolate (c, offset), c.quantScale, noise);
         startStep (c, v, c.stepSpeed);
     }
 
@@ -484,8 +455,8 @@ void VantriceCore::linkedStage (double xLeft, double xRight) noexcept
     {
         holdTriggered = false;
         const int offset = (int) (holdFraction * sincRowsPerSample);
-        const double vl = quantise (clampUnit (interpolate (left, offset) * preamp), left.quantScale);
-        const double vr = quantise (clampUnit (interpolate (right, offset) * preamp), left.quantScale);
+        const double vl = quantise (clampUnit (interpolate (left, offset) * preamp), left.quantScale, noise);
+        const double vr = quantise (clampUnit (interpolate (right, offset) * preamp), left.quantScale, noise);
         startStep (left, vl, left.stepSpeed);
         startStep (right, vr, left.stepSpeed);
     }

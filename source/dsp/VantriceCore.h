@@ -6,6 +6,7 @@
 #include "dsp/StepTable.h"
 #include "frame/FerrowynEffectCore.h"
 
+#include <limits>
 #include <memory>
 
 class BlockPath;
@@ -129,6 +130,35 @@ public:
     bool isRateSupported() const noexcept { return rateSupported; }
     int getRingIndex() const noexcept { return ringIndex; }
 
+    // The arithmetic the literal loop and the block form share, term for term.
+    static double clampUnit (double y) noexcept
+    {
+        if (y > 1.0)
+            y = 1.0;
+        if (y < -1.0)
+            y = -1.0;
+        return y;
+    }
+
+    /** Truncation toward zero through a signed 32-bit integer. A value outside its range gives the
+        integer's smallest value, as the processor's conversion does, without undefined behaviour. */
+    static int truncToInt32 (double x) noexcept
+    {
+        if (x > -2147483649.0 && x < 2147483648.0)
+            return (int) x;
+        return std::numeric_limits<int>::min();
+    }
+
+    /** The dithered quantiser: a dither of a quarter step at its peak; the truncation makes the step at
+        0 two steps wide. */
+    static double quantise (double v, double scale, float noise) noexcept
+    {
+        if (scale > noQuantisation)
+            return v;
+        const double h = scale * 0.5;
+        return truncToInt32 ((noise / (scale * 2.0) + v) * h + 0.5) / h;
+    }
+
 private:
     friend class BlockPath;
     friend struct CoreStateProbe; // the tests' comparison of two cores' whole state
@@ -143,7 +173,6 @@ private:
     void linkedStage (double xLeft, double xRight) noexcept;
     void advanceHoldClock (Channel& c) noexcept;
     double interpolate (const Channel& c, int offset) const noexcept;
-    double quantise (double v, double scale) const noexcept;
     void startStep (Channel& c, double v, double speed) noexcept;
     double sumSteps (Channel& c, double speed) noexcept;
     void runFilter (Channel& c, double& u, int type) noexcept;
