@@ -25,40 +25,50 @@ const std::vector<Setting>& settings()
     static const std::vector<Setting> all{
         { "defaults", {} },
         { "linked_pre_lowpass",
-          { { 0, 0.3f },
-            { 1, 7.0f / 16.0f },
-            { 2, 0.3f },
-            { 3, 1.0f },
-            { 4, 0.0f },
-            { 6, 0.6f },
-            { 16, 1.0f } } },
-        { "linked_post_bandpass", { { 1, 0.25f }, { 2, 0.6f }, { 4, 0.25f }, { 5, 0.4f }, { 14, 0.8f } } },
+          { { ParameterIndex::preamp, 0.3f },
+            { ParameterIndex::leftBits, 7.0f / 16.0f },
+            { ParameterIndex::leftFrequency, 0.3f },
+            { ParameterIndex::leftLinkFreq, 1.0f },
+            { ParameterIndex::leftFilterType, 0.0f },
+            { ParameterIndex::leftReso, 0.6f },
+            { ParameterIndex::leftFilterOrder, 1.0f } } },
+        { "linked_post_bandpass",
+          { { ParameterIndex::leftBits, 0.25f },
+            { ParameterIndex::leftFrequency, 0.6f },
+            { ParameterIndex::leftFilterType, 0.25f },
+            { ParameterIndex::leftCutoff, 0.4f },
+            { ParameterIndex::fx, 0.8f } } },
         { "unlinked_filters",
-          { { 13, 0.0f },
-            { 1, 0.25f },
-            { 2, 0.2f },
-            { 4, 0.5f },
-            { 6, 0.7f },
-            { 16, 1.0f },
-            { 7, 0.5f },
-            { 8, 0.6f },
-            { 9, 1.0f },
-            { 10, 0.75f },
-            { 11, 0.4f },
-            { 17, 0.0f } } },
-        { "unlinked_slowest_hold", { { 13, 0.0f }, { 2, 0.0f }, { 3, 1.0f }, { 8, 0.05f }, { 7, 0.2f } } },
+          { { ParameterIndex::linkChannels, 0.0f },
+            { ParameterIndex::leftBits, 0.25f },
+            { ParameterIndex::leftFrequency, 0.2f },
+            { ParameterIndex::leftFilterType, 0.5f },
+            { ParameterIndex::leftReso, 0.7f },
+            { ParameterIndex::leftFilterOrder, 1.0f },
+            { ParameterIndex::rightBits, 0.5f },
+            { ParameterIndex::rightFrequency, 0.6f },
+            { ParameterIndex::rightLinkFreq, 1.0f },
+            { ParameterIndex::rightFilterType, 0.75f },
+            { ParameterIndex::rightCutoff, 0.4f },
+            { ParameterIndex::rightFilterOrder, 0.0f } } },
+        { "unlinked_slowest_hold",
+          { { ParameterIndex::linkChannels, 0.0f },
+            { ParameterIndex::leftFrequency, 0.0f },
+            { ParameterIndex::leftLinkFreq, 1.0f },
+            { ParameterIndex::rightFrequency, 0.05f },
+            { ParameterIndex::rightBits, 0.2f } } },
         { "worst_case",
-          { { 13, 0.0f },
-            { 1, 7.0f / 16.0f },
-            { 7, 7.0f / 16.0f },
-            { 3, 1.0f },
-            { 9, 1.0f },
-            { 4, 0.0f },
-            { 10, 0.25f },
-            { 16, 1.0f },
-            { 17, 0.0f },
-            { 6, 0.5f },
-            { 12, 0.5f } } },
+          { { ParameterIndex::linkChannels, 0.0f },
+            { ParameterIndex::leftBits, 7.0f / 16.0f },
+            { ParameterIndex::rightBits, 7.0f / 16.0f },
+            { ParameterIndex::leftLinkFreq, 1.0f },
+            { ParameterIndex::rightLinkFreq, 1.0f },
+            { ParameterIndex::leftFilterType, 0.0f },
+            { ParameterIndex::rightFilterType, 0.25f },
+            { ParameterIndex::leftFilterOrder, 1.0f },
+            { ParameterIndex::rightFilterOrder, 0.0f },
+            { ParameterIndex::leftReso, 0.5f },
+            { ParameterIndex::rightReso, 0.5f } } },
     };
     return all;
 }
@@ -106,8 +116,8 @@ struct PresetOwner : PresetChanger::Owner
     }
     void applyCurrentPreset() override
     {
-        core.setParameter (2, 0.45f);
-        core.setParameter (1, 0.5f);
+        core.setParameter (ParameterIndex::leftFrequency, 0.45f);
+        core.setParameter (ParameterIndex::leftBits, 0.5f);
     }
     VantriceCore& core;
 };
@@ -208,7 +218,7 @@ TEST_P (FastPathAgainstReference, GivesTheReferenceBitsAndStateThroughEveryTrans
     // Silence into the linked stage's standstill first, while the envelope is still low; a quiet
     // input with samples of digital silence goes in and out of it.
     const bool unlinked = !reference->isLinked();
-    both ([] (VantriceCore& c) { c.setParameter (13, 1.0f); });
+    both ([] (VantriceCore& c) { c.setParameter (ParameterIndex::linkChannels, 1.0f); });
     ASSERT_TRUE (play ("quiet with silent samples", scaled (4000), Layout::stereo, Signal::quietWithZeros));
     for (int i = 0; i < 100 && (reference->getLeft().active || reference->getRight().active); ++i)
         ASSERT_TRUE (play ("into standstill", scaled (2000), Layout::stereo, Signal::silence));
@@ -216,7 +226,7 @@ TEST_P (FastPathAgainstReference, GivesTheReferenceBitsAndStateThroughEveryTrans
     ASSERT_TRUE (play ("standstill", scaled (1000), Layout::stereo, Signal::silence));
     ASSERT_TRUE (play ("out of standstill", scaled (3000), Layout::stereo, Signal::loud));
     if (unlinked)
-        both ([] (VantriceCore& c) { c.setParameter (13, 0.0f); });
+        both ([] (VantriceCore& c) { c.setParameter (ParameterIndex::linkChannels, 0.0f); });
 
     ASSERT_TRUE (play ("steady", scaled (6000), Layout::stereo, Signal::loud));
     const auto blockFormAfterSteady = fast->getFormCounts().blockStretches;
@@ -232,13 +242,14 @@ TEST_P (FastPathAgainstReference, GivesTheReferenceBitsAndStateThroughEveryTrans
                                both ([=] (VantriceCore& c) { c.setParameter (index, value); });
                        }));
 
-    ASSERT_TRUE (play ("link toggles", scaled (5000), Layout::stereo, Signal::loud,
-                       [this]
-                       {
-                           if (random() % 3 == 0)
-                               both ([] (VantriceCore& c)
-                                     { c.setParameter (13, c.isLinked() ? 0.0f : 1.0f); });
-                       }));
+    ASSERT_TRUE (
+        play ("link toggles", scaled (5000), Layout::stereo, Signal::loud,
+              [this]
+              {
+                  if (random() % 3 == 0)
+                      both ([] (VantriceCore& c)
+                            { c.setParameter (ParameterIndex::linkChannels, c.isLinked() ? 0.0f : 1.0f); });
+              }));
 
     PresetOwner referenceOwner (*reference), fastOwner (*fast);
     reference->owner = &referenceOwner;

@@ -25,7 +25,7 @@ float publishedLeft (const VantriceCore& core)
 
 TEST (CoreMeters, FullScaleShowsItsPeakThenDecaysAndPublishesOncePerRun)
 {
-    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    auto core = makeCore (44100.0, { { ParameterIndex::fx, 0.0f } });
     auto out = runStereo (*core, { constant (22, 1.0f), constant (22, 1.0f) }, 22);
     // The dry signal reaches the output at sample 21, a full-scale 1.0: the peak before one decay.
     EXPECT_NEAR (publishedLeft (*core), 0.8 * 0.9999, 1e-6);
@@ -42,7 +42,7 @@ TEST (CoreMeters, FullScaleShowsItsPeakThenDecaysAndPublishesOncePerRun)
 
 TEST (CoreMeters, MonoMeasuresTheLeftForBothAndLeavesTheRightIndicator)
 {
-    auto core = makeCore (44100.0, { { 14, 0.0f } });
+    auto core = makeCore (44100.0, { { ParameterIndex::fx, 0.0f } });
     runStereo (*core, { constant (50, 0.0f), constant (50, 0.5f) });
     bool l = false, r = false;
     core->readIndicators (l, r);
@@ -61,7 +61,7 @@ TEST (CoreMeters, MonoMeasuresTheLeftForBothAndLeavesTheRightIndicator)
 // The fade's sequences at 44100 Hz are the family layer's tests; the hold is the host rate's.
 TEST (CoreFade, HoldScalesWithTheHostRate)
 {
-    auto core = makeCore (96000.0, { { 14, 0.0f } });
+    auto core = makeCore (96000.0, { { ParameterIndex::fx, 0.0f } });
     CountingOwner owner;
     core->owner = &owner;
     core->beginPresetChange();

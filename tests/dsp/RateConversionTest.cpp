@@ -13,7 +13,7 @@ int measuredImpulseDelay (double rate)
 {
     // Unlinked: the linked stage stands still while both channels are silent, which an impulse
     // through a converter meets.
-    auto core = makeCore (rate, { { 14, 0.0f }, { 13, 0.0f } });
+    auto core = makeCore (rate, { { ParameterIndex::fx, 0.0f }, { ParameterIndex::linkChannels, 0.0f } });
     const int start = 64;
     const int n = 2048;
     Stereo s{ std::vector<float> ((size_t) n, 0.0f), std::vector<float> ((size_t) n, 0.0f) };
@@ -60,7 +60,7 @@ TEST_P (FamilyRate, HoldRatesSoundTheSameAtEveryRate)
     // A 1 kHz tone held at about 4 kHz: the strongest image of the hold lies at 4 kHz - 1 kHz at every
     // host rate, since the crusher always runs at 44100 Hz.
     const double rate = GetParam().rate;
-    auto core = makeCore (rate, { { 2, 0.45f } });
+    auto core = makeCore (rate, { { ParameterIndex::leftFrequency, 0.45f } });
     const int n = (int) rate;
     const auto in = sine (n, 1000.0, rate, 0.5);
     const auto out = runStereo (*core, { in, in });

@@ -26,32 +26,37 @@ const std::vector<Setting>& settings()
     static const std::vector<Setting> all{
         { "defaults", {} },
         { "crushed_linked",
-          { { 0, 0.25f }, { 1, 7.0f / 16.0f }, { 2, 0.3f }, { 3, 1.0f }, { 4, 0.0f }, { 5, 0.6f } } },
+          { { ParameterIndex::preamp, 0.25f },
+            { ParameterIndex::leftBits, 7.0f / 16.0f },
+            { ParameterIndex::leftFrequency, 0.3f },
+            { ParameterIndex::leftLinkFreq, 1.0f },
+            { ParameterIndex::leftFilterType, 0.0f },
+            { ParameterIndex::leftCutoff, 0.6f } } },
         { "unlinked_filters",
-          { { 13, 0.0f },
-            { 1, 0.25f },
-            { 2, 0.2f },
-            { 4, 0.25f },
-            { 6, 0.7f },
-            { 16, 1.0f },
-            { 7, 0.5f },
-            { 8, 0.6f },
-            { 9, 1.0f },
-            { 10, 0.5f },
-            { 11, 0.4f },
-            { 17, 0.0f },
-            { 14, 0.7f },
-            { 15, 0.6f } } },
+          { { ParameterIndex::linkChannels, 0.0f },
+            { ParameterIndex::leftBits, 0.25f },
+            { ParameterIndex::leftFrequency, 0.2f },
+            { ParameterIndex::leftFilterType, 0.25f },
+            { ParameterIndex::leftReso, 0.7f },
+            { ParameterIndex::leftFilterOrder, 1.0f },
+            { ParameterIndex::rightBits, 0.5f },
+            { ParameterIndex::rightFrequency, 0.6f },
+            { ParameterIndex::rightLinkFreq, 1.0f },
+            { ParameterIndex::rightFilterType, 0.5f },
+            { ParameterIndex::rightCutoff, 0.4f },
+            { ParameterIndex::rightFilterOrder, 0.0f },
+            { ParameterIndex::fx, 0.7f },
+            { ParameterIndex::outputVolume, 0.6f } } },
         { "worst_case",
-          { { 13, 0.0f },
-            { 1, 7.0f / 16.0f },
-            { 7, 7.0f / 16.0f },
-            { 4, 0.0f },
-            { 10, 0.75f },
-            { 16, 1.0f },
-            { 17, 0.0f },
-            { 6, 0.5f },
-            { 12, 0.5f } } },
+          { { ParameterIndex::linkChannels, 0.0f },
+            { ParameterIndex::leftBits, 7.0f / 16.0f },
+            { ParameterIndex::rightBits, 7.0f / 16.0f },
+            { ParameterIndex::leftFilterType, 0.0f },
+            { ParameterIndex::rightFilterType, 0.75f },
+            { ParameterIndex::leftFilterOrder, 1.0f },
+            { ParameterIndex::rightFilterOrder, 0.0f },
+            { ParameterIndex::leftReso, 0.5f },
+            { ParameterIndex::rightReso, 0.5f } } },
     };
     return all;
 }
@@ -234,7 +239,9 @@ TEST (SignalPath, BandLimitedHoldHasFarFewerAliasProductsThanAPlainSampleAndHold
     {
         const int n = 44100;
         const auto in = sine (n, f, 44100.0, 0.5);
-        auto core = makeCore (44100.0, { { 13, 0.0f }, { 2, freqValue }, { 3, 1.0f } });
+        auto core = makeCore (44100.0, { { ParameterIndex::linkChannels, 0.0f },
+                                         { ParameterIndex::leftFrequency, freqValue },
+                                         { ParameterIndex::leftLinkFreq, 1.0f } });
         const auto out = runStereo (*core, { in, in });
 
         std::vector<float> plain ((size_t) n);
@@ -266,7 +273,11 @@ TEST (ChannelFilter, LowPassAtNoResonancePassesDcAtUnityAndFullResonanceIsTwenty
     // Unlinked left channel, "Pre": the filter sees the plain input and the hold passes it on.
     for (const auto& [reso, gain] : std::vector<std::pair<float, double>>{ { 0.0f, 1.0 }, { 1.0f, 0.1 } })
     {
-        auto core = makeCore (44100.0, { { 13, 0.0f }, { 4, 0.0f }, { 5, 0.5f }, { 6, reso }, { 16, 1.0f } });
+        auto core = makeCore (44100.0, { { ParameterIndex::linkChannels, 0.0f },
+                                         { ParameterIndex::leftFilterType, 0.0f },
+                                         { ParameterIndex::leftCutoff, 0.5f },
+                                         { ParameterIndex::leftReso, reso },
+                                         { ParameterIndex::leftFilterOrder, 1.0f } });
         runStereo (*core, { std::vector<float> (30000, 0.5f), std::vector<float> (30000, 0.5f) });
         EXPECT_NEAR (core->getLeft().low, 0.5 * gain, 1e-6) << reso;
     }
@@ -274,16 +285,18 @@ TEST (ChannelFilter, LowPassAtNoResonancePassesDcAtUnityAndFullResonanceIsTwenty
 
 TEST (ChannelFilter, OffLeavesTheStateAloneAndNotchIsHighPlusLow)
 {
-    auto core = makeCore (44100.0, { { 13, 0.0f }, { 4, 0.75f }, { 5, 0.5f } });
+    auto core = makeCore (44100.0, { { ParameterIndex::linkChannels, 0.0f },
+                                     { ParameterIndex::leftFilterType, 0.75f },
+                                     { ParameterIndex::leftCutoff, 0.5f } });
     runStereo (*core, stereoNoise (500, 8));
     const auto& l = core->getLeft();
     EXPECT_NEAR (l.notch, l.high + l.low, 1e-15);
 
-    core->setParameter (4, 1.0f);
+    core->setParameter (ParameterIndex::leftFilterType, 1.0f);
     const double low = l.low, band = l.band, high = l.high, notch = l.notch;
     for (const float position : { 0.0f, 1.0f })
     {
-        core->setParameter (16, position);
+        core->setParameter (ParameterIndex::leftFilterOrder, position);
         runStereo (*core, stereoNoise (500, 9));
         EXPECT_EQ (l.low, low);
         EXPECT_EQ (l.band, band);
@@ -296,7 +309,11 @@ TEST (ChannelFilter, ResonanceStandsAboutTwentyDecibelsAboveTheInput)
 {
     // F of the cutoff curve at about 1 kHz; the state-variable peak lies near f = F fs / (2 pi) at the
     // doubled rate.
-    auto core = makeCore (44100.0, { { 13, 0.0f }, { 4, 0.25f }, { 5, 0.33f }, { 6, 1.0f }, { 16, 1.0f } });
+    auto core = makeCore (44100.0, { { ParameterIndex::linkChannels, 0.0f },
+                                     { ParameterIndex::leftFilterType, 0.25f },
+                                     { ParameterIndex::leftCutoff, 0.33f },
+                                     { ParameterIndex::leftReso, 1.0f },
+                                     { ParameterIndex::leftFilterOrder, 1.0f } });
     const double f = core->getLeft().cutoff;
     const double centre = 2.0 * 44100.0 / (2.0 * 3.141592653589793) * 2.0 * std::asin (f / 2.0);
     const auto out =

@@ -54,12 +54,12 @@ TEST (VantriceCore, LinkingCopiesTheLeftFilterAndUnlinkingRestoresTheRightContro
     EXPECT_EQ (core->getRight().filterType, 0);
 
     // Right controls moved while linked change nothing...
-    core->setParameter (7, 0.25f);
-    core->setParameter (8, 0.5f);
-    core->setParameter (9, 1.0f);
-    core->setParameter (10, 0.75f);
-    core->setParameter (11, 0.9f);
-    core->setParameter (12, 0.1f);
+    core->setParameter (ParameterIndex::rightBits, 0.25f);
+    core->setParameter (ParameterIndex::rightFrequency, 0.5f);
+    core->setParameter (ParameterIndex::rightLinkFreq, 1.0f);
+    core->setParameter (ParameterIndex::rightFilterType, 0.75f);
+    core->setParameter (ParameterIndex::rightCutoff, 0.9f);
+    core->setParameter (ParameterIndex::rightReso, 0.1f);
     EXPECT_EQ (core->getRight().cutoffTarget, core->getLeft().cutoffTarget);
     EXPECT_EQ (core->getRight().filterType, 0);
     EXPECT_EQ (core->getRight().quantScale, 65537.0);
