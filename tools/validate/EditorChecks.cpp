@@ -1,6 +1,7 @@
 #include "EditorChecks.h"
 
 #include "ExpectedPlugin.h"
+#include "FaceOnScreen.h"
 #include "HostParameters.h"
 #include "ImageComparison.h"
 #include "MessagePump.h"
@@ -12,11 +13,8 @@
 namespace
 {
 // The face and its status bar, and the height with a panel below the face.
-constexpr int faceWidth = 633, faceHeight = 223, withPanel = faceHeight + 256;
-// Where the panel starts: the face less its status bar.
-constexpr int panelTop = 207;
-// The middle of the browse button, from its place in the skin.
-const juce::Point<int> browseButton (372 + 33 / 2, 17 + 40 / 2);
+constexpr int faceWidth = FaceOnScreen::width, faceHeight = FaceOnScreen::height,
+              withPanel = faceHeight + FaceOnScreen::panelHeight, panelTop = FaceOnScreen::panelTop;
 // How long the tone plays before the first look, and how far apart the two looks are.
 constexpr int settleRounds = 45, apartRounds = 20;
 // Where the host's window stands on the virtual screen.
@@ -135,7 +133,8 @@ void EditorChecks::checkBrowserPanel (juce::AudioProcessorEditor& editor, juce::
 {
     // A click on the browse button opens the browser below the face: the plug-in asks the host for a
     // taller window, and the host's editor follows. A second click closes it again.
-    const auto button = window.getScreenPosition() + browseButton;
+    const auto button =
+        window.getScreenPosition() + FaceOnScreen::getControlBounds ("BrowsePresetButton").getCentre();
     XdoTool::clickAt (button);
     const bool grew = MessagePump::runUntil ([&] { return editor.getHeight() == withPanel; });
     report.check (grew,

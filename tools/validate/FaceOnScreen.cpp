@@ -10,10 +10,10 @@
 
 namespace
 {
-const juce::XmlElement* nameFieldElement (const juce::XmlElement& skin)
+const juce::XmlElement* controlElement (const juce::XmlElement& skin, const juce::String& name)
 {
     for (auto* element : skin.getChildIterator())
-        if (SkinXml::getAttribute (*element, "name") == "PresetNameDisplay")
+        if (SkinXml::getAttribute (*element, "name") == name)
             return element;
     return nullptr;
 }
@@ -36,10 +36,10 @@ bool FaceOnScreen::isGoldenFace (const juce::Image& screen, juce::Point<int> ori
            && ImageComparison::describeDifference (golden, screen.getClippedImage (area)).isEmpty();
 }
 
-juce::Rectangle<int> FaceOnScreen::getNameField()
+juce::Rectangle<int> FaceOnScreen::getControlBounds (const juce::String& name)
 {
     auto skin = juce::parseXML (loadResourceText ("skin.xml"));
-    auto* element = skin != nullptr ? nameFieldElement (*skin) : nullptr;
+    auto* element = skin != nullptr ? controlElement (*skin, name) : nullptr;
     auto* pos = element != nullptr ? SkinXml::getChild (*element, "pos") : nullptr;
     auto* size = element != nullptr ? SkinXml::getChild (*element, "size") : nullptr;
     if (pos == nullptr || size == nullptr)
@@ -54,7 +54,7 @@ juce::Image FaceOnScreen::drawNameField (const juce::String& text)
     EventsMap events;
     GFXDisplay display;
     if (auto skin = juce::parseXML (loadResourceText ("skin.xml")))
-        if (auto* element = nameFieldElement (*skin))
+        if (auto* element = controlElement (*skin, "PresetNameDisplay"))
             display.loadFromXml (*element, parameters, events, nullptr);
     display.setText (text);
     return display.createComponentSnapshot (display.getLocalBounds());

@@ -17,13 +17,12 @@ extern char** environ;
 
 namespace
 {
-// The middles of the Next and Previous buttons, from their places in the skin.
-const juce::Point<int> nextButton (335 + 34 / 2, 16 + 41 / 2);
-const juce::Point<int> previousButton (297 + 33 / 2, 15 + 42 / 2);
-const juce::Point<int> optionsButton (78 + 38 / 2, 14 + 43 / 2);
-const juce::Point<int> browseButton (372 + 33 / 2, 17 + 40 / 2);
-// A panel below the face makes the window this much taller.
-constexpr int panelHeight = 256;
+// The buttons a user clicks, at their middles, from their places in the skin.
+juce::Point<int> middleOf (const char* control)
+{
+    return FaceOnScreen::getControlBounds (control).getCentre();
+}
+constexpr int panelHeight = FaceOnScreen::panelHeight;
 // In the docked browser: the middle of the preset column's second row, rows being 20 pixels from the
 // column's top at 226. In the options panel: the "Midi Control" tab, and a line of the map table's header
 // below its titles, grey 110 from 100 to 500 across but for the darker grey 91 of the "CC" columns.
@@ -181,13 +180,13 @@ void StandaloneChecks::checkPresetSteps()
                      windowWaitRounds / 10);
     };
 
-    clickAt (nextButton);
+    clickAt (middleOf ("NextPresetButton"));
     expectedPreset = 1;
     report.check (shows (names[1]), "a click on Next shows the next preset, " + names[1].quoted());
 
     // The hold's length as the app saw it lies between the time from the press's return to the
     // release's start and the time from the press's start to the release's return.
-    const auto at = editorOrigin + nextButton;
+    const auto at = editorOrigin + middleOf ("NextPresetButton");
     XdoTool::run ({ "mousemove", juce::String (at.x), juce::String (at.y) });
     const auto pressStart = juce::Time::getMillisecondCounterHiRes();
     XdoTool::run ({ "mousedown", "1" });
@@ -240,11 +239,11 @@ void StandaloneChecks::checkTyping()
     report.check (typed, "a clicked name field takes typing: it shows " + typedName.quoted());
 
     // The name went to the preset: away to the next one and back, the field shows it again.
-    clickAt (nextButton);
+    clickAt (middleOf ("NextPresetButton"));
     const bool away =
         poll ([&] { return !FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
               windowWaitRounds / 10);
-    clickAt (previousButton);
+    clickAt (middleOf ("PrevPresetButton"));
     const bool back =
         poll ([&] { return FaceOnScreen::showsName (ScreenGrab::captureScreen(), editorOrigin, typedName); },
               windowWaitRounds / 10);
@@ -265,7 +264,7 @@ void StandaloneChecks::checkAboutWindow()
         return black * 2 > shot.getWidth() * shot.getHeight();
     };
     const auto before = grabEditor();
-    const auto at = editorOrigin + optionsButton;
+    const auto at = editorOrigin + middleOf ("OptionsButton");
     XdoTool::run ({ "mousemove", juce::String (at.x), juce::String (at.y), "keydown", "ctrl", "click", "1",
                     "keyup", "ctrl" });
     const bool opened = poll (showsAbout, windowWaitRounds / 10);
@@ -312,7 +311,8 @@ void StandaloneChecks::checkPanels()
             outputFolder.getChildFile (name));
     };
 
-    const bool browserOpened = clickAndWaitForHeight (browseButton, faceOnly + panelHeight);
+    const bool browserOpened =
+        clickAndWaitForHeight (middleOf ("BrowsePresetButton"), faceOnly + panelHeight);
     report.check (browserOpened,
                   "a click on the browse button opens the browser: the window grows by "
                       + juce::String (panelHeight) + " pixels",
@@ -347,11 +347,11 @@ void StandaloneChecks::checkPanels()
     report.check (renamed, "a double-clicked preset takes a typed name on Return: the face shows "
                                + browsedName.quoted());
 
-    report.check (clickAndWaitForHeight (browseButton, faceOnly),
+    report.check (clickAndWaitForHeight (middleOf ("BrowsePresetButton"), faceOnly),
                   "a second click on the browse button closes the browser, and the window is as before");
 
     // The options: the "Midi Control" tab shows the table of controllers and parameters.
-    const bool optionsOpened = clickAndWaitForHeight (optionsButton, faceOnly + panelHeight);
+    const bool optionsOpened = clickAndWaitForHeight (middleOf ("OptionsButton"), faceOnly + panelHeight);
     report.check (optionsOpened, "a click on the options button opens the options: the window grows by "
                                      + juce::String (panelHeight) + " pixels");
     if (!optionsOpened)
@@ -372,7 +372,7 @@ void StandaloneChecks::checkPanels()
     const bool table = poll (showsTable, windowWaitRounds / 10);
     saveWhole ("standalone-midi-control.png");
     report.check (table, "the \"Midi Control\" tab shows the table of controllers and parameters");
-    report.check (clickAndWaitForHeight (optionsButton, faceOnly),
+    report.check (clickAndWaitForHeight (middleOf ("OptionsButton"), faceOnly),
                   "a second click on the options button closes them, and the window is as before");
 }
 
